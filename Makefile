@@ -1,0 +1,48 @@
+# A thin front for the presets and scripts: the everyday commands.
+
+PREFIX ?= /usr/local
+JOBS ?= $(shell nproc)
+export JOBS
+
+.DEFAULT_GOAL := help
+.PHONY: help setup setup-bench setup-dev demo test test-all bench lint format install clean
+
+help: ## Show this list
+	@sed -n 's/^\([a-z-]*\):.*## \(.*\)/  make \1\t\2/p' Makefile | expand -t 20
+
+setup: ## Install the packages that building and testing need
+	@scripts/install-packages.sh packages.txt
+
+setup-bench:
+	@scripts/install-packages.sh packages.txt packages-bench.txt
+
+setup-dev:
+	@scripts/install-packages.sh packages.txt packages-dev.txt
+
+demo: setup ## Build and run the guided tour
+	@echo "Building the tool, which takes a few minutes the first time; the log is build/logs/release-build.log."
+	@scripts/build.sh release morvane
+	@build/release/bin/morvane demo
+
+test: setup ## Build the native release and run its tests
+	@scripts/test.sh release
+
+test-all: setup-dev ## Test every preset, the Windows build and the installed package
+	@scripts/test-all.sh
+
+bench: setup-bench ## Build and run the benchmarks
+	@scripts/build.sh release
+	@scripts/bench.sh
+
+lint: setup-dev ## Check layout and content of the source
+	@scripts/lint.sh
+
+format: setup-dev ## Lay out the source
+	@scripts/format.sh
+
+install: setup ## Install the release under PREFIX (default /usr/local)
+	@scripts/build.sh release
+	@cmake --install build/release --prefix "$(PREFIX)"
+
+clean: ## Remove everything that was built
+	@rm -rf build

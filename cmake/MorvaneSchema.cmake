@@ -1,0 +1,78 @@
+# Libraries whose types are described by a schema.
+
+include(CheckLinkerFlag)
+
+# morvane_generate_types(<variable> LIBRARY <name> SCHEMA <files>... [IMPORTS <files>...])
+#
+# Runs the schema compiler over the files, in that order, and sets the variable to the sources it writes: one for each
+# file, and the library's tables. Headers land beside the sources, under the path of the schema. Whatever includes them
+# needs a dependency on <name>_schema, which linking to the library gives.
+function(morvane_generate_types variable)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "LIBRARY" "SCHEMA;IMPORTS")
+
+    set(schema "")
+    set(sources "${MORVANE_GENERATED_DIR}/${arg_LIBRARY}/tables.gen.cpp")
+    foreach(file IN LISTS arg_SCHEMA)
+        cmake_path(ABSOLUTE_PATH file NORMALIZE OUTPUT_VARIABLE absolute)
+        list(APPEND schema "${absolute}")
+        cmake_path(RELATIVE_PATH absolute BASE_DIRECTORY "${PROJECT_SOURCE_DIR}" OUTPUT_VARIABLE relative)
+        cmake_path(REMOVE_EXTENSION relative OUTPUT_VARIABLE stem)
+        list(APPEND sources "${MORVANE_GENERATED_DIR}/${stem}.gen.cpp")
+    endforeach()
+    set(imports "")
+    set(importOptions "")
+    foreach(file IN LISTS arg_IMPORTS)
+        list(APPEND imports "${PROJECT_SOURCE_DIR}/${file}")
+        list(APPEND importOptions --import "${PROJECT_SOURCE_DIR}/${file}")
+    endforeach()
+
+    set(stamp "${CMAKE_CURRENT_BINARY_DIR}/${arg_LIBRARY}.schema.stamp")
+    add_custom_command(
+        OUTPUT "${stamp}"
+        BYPRODUCTS ${sources}
+        COMMAND morvane::schemac --library "${arg_LIBRARY}" --source-root "${PROJECT_SOURCE_DIR}"
+                --out "${MORVANE_GENERATED_DIR}" --stamp "${stamp}" --depfile "${stamp}.d"
+                ${importOptions} ${schema}
+        DEPENDS morvane::schemac ${schema} ${imports}
+        DEPFILE "${stamp}.d"
+        COMMENT "Compiling the schema of ${arg_LIBRARY}"
+        VERBATIM)
+    if(EXISTS "${PROJECT_SOURCE_DIR}/${arg_LIBRARY}/tables.h")
+        message(FATAL_ERROR "${PROJECT_SOURCE_DIR}/${arg_LIBRARY}/tables.h is a generated file in the source tree, where "
+                            "it would be taken for the fresh one. Remove it, and those that came with it.")
+    endif()
+    add_custom_target(${arg_LIBRARY}_schema DEPENDS "${stamp}")
+    set_source_files_properties(${sources} PROPERTIES GENERATED TRUE)
+    set(${variable} ${sources} PARENT_SCOPE)
+endfunction()
+
+# morvane_keep_zero_filled(<target>): for whatever compiles generated classes. GCC takes the start of a constructor for the
+# start of the object's life and drops what was stored in it before; the generated constructors must find their storage
+# as it was.
+function(morvane_keep_zero_filled target)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        target_compile_options(${target} PRIVATE -flifetime-dse=1)
+    endif()
+endfunction()
+
+# morvane_generated_library(<target> <sources>...): how a library of generated classes is compiled and linked, given the
+# sources that the schema compiler wrote. Generated functions do next to nothing and are many:
+#
+# - They are compiled for size, and those that can not throw get no unwind table: with the compiler's own frame directives
+#   every function would have one.
+# - Calls and addresses inside the library are bound when it is linked, so that loading it has little to look up.
+function(morvane_generated_library target)
+    morvane_keep_zero_filled(${target})
+    set(forSize -Os)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
+        list(APPEND forSize -fno-asynchronous-unwind-tables -fno-dwarf2-cfi-asm)
+    endif()
+    set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS "$<$<CONFIG:Release>:${forSize}>")
+    if(NOT WIN32)
+        target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions)
+        check_linker_flag(CXX -Wl,-z,pack-relative-relocs MORVANE_HAS_PACKED_RELOCATIONS)
+        if(MORVANE_HAS_PACKED_RELOCATIONS)
+            target_link_options(${target} PRIVATE -Wl,-z,pack-relative-relocs)
+        endif()
+    endif()
+endfunction()

@@ -1,0 +1,114 @@
+# How this project declares its libraries and programs.
+
+include(GenerateExportHeader)
+
+# Where generated files live; their paths below it are the same as repository paths.
+set(MORVANE_GENERATED_DIR "${CMAKE_BINARY_DIR}/generated")
+
+# morvane_add_subdirectory(<dir>): adds the folder when it has a CMakeLists.txt.
+function(morvane_add_subdirectory dir)
+    if(EXISTS "${CMAKE_CURRENT_SOURCE_DIR}/${dir}/CMakeLists.txt")
+        add_subdirectory("${dir}")
+    endif()
+endfunction()
+
+# morvane_set_options(<target>): our warnings and link rules; never inherited by users of the target.
+function(morvane_set_options target)
+    target_compile_options(${target} PRIVATE
+        -Wall -Wextra -Wconversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+        $<$<BOOL:${MORVANE_WARNINGS_AS_ERRORS}>:-Werror>)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+        # Reports the joining of short strings, where there is nothing to report.
+        target_compile_options(${target} PRIVATE -Wno-restrict)
+    endif()
+    if(NOT WIN32)
+        target_link_options(${target} PRIVATE -Wl,--as-needed)
+        # Clang leaves the sanitizers' symbols of a shared library to the program that loads it.
+        if(NOT MORVANE_SANITIZE)
+            target_link_options(${target} PRIVATE -Wl,-z,defs)
+        endif()
+    endif()
+endfunction()
+
+# morvane_link(<target> PUBLIC <libs>... PRIVATE <libs>...): as target_link_libraries, but private header-only
+# dependencies stay out of the installed package.
+function(morvane_link target)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "PUBLIC;PRIVATE")
+    target_link_libraries(${target} PUBLIC ${arg_PUBLIC})
+    foreach(library IN LISTS arg_PRIVATE)
+        target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:${library}>)
+    endforeach()
+endfunction()
+
+# morvane_add_library(<name> SOURCES <files>... [PUBLIC_LIBS <libs>...] [PRIVATE_LIBS <libs>...] [OUTPUT_NAME <name>])
+#
+# A shared library (static with BUILD_SHARED_LIBS=OFF) with the alias morvane::<name>. Its symbols are hidden unless
+# marked with <NAME>_API from the generated header "<name>/export.h". It is installed with the package.
+function(morvane_add_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "OUTPUT_NAME" "SOURCES;PUBLIC_LIBS;PRIVATE_LIBS")
+    string(TOUPPER "${name}" upperName)
+
+    add_library(${name} ${arg_SOURCES})
+    add_library(morvane::${name} ALIAS ${name})
+    set_target_properties(${name} PROPERTIES
+        VERSION "${PROJECT_VERSION}"
+        SOVERSION "${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}")
+    if(arg_OUTPUT_NAME)
+        set_target_properties(${name} PROPERTIES OUTPUT_NAME "${arg_OUTPUT_NAME}")
+    endif()
+
+    target_compile_features(${name} PUBLIC cxx_std_20)
+    target_include_directories(${name} PUBLIC
+        "$<BUILD_INTERFACE:${MORVANE_GENERATED_DIR}>"
+        "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>"
+        "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/morvaneTypes>")
+    morvane_link(${name} PUBLIC ${arg_PUBLIC_LIBS} PRIVATE ${arg_PRIVATE_LIBS})
+    morvane_set_options(${name})
+
+    generate_export_header(${name}
+        EXPORT_FILE_NAME "${MORVANE_GENERATED_DIR}/${name}/export.h"
+        EXPORT_MACRO_NAME "${upperName}_API"
+        STATIC_DEFINE "${upperName}_STATIC"
+        DEFINE_NO_DEPRECATED)
+    if(NOT BUILD_SHARED_LIBS)
+        target_compile_definitions(${name} PUBLIC ${upperName}_STATIC)
+    elseif(NOT WIN32)
+        # What a library has registered with the runtime stays in use until the process ends.
+        target_link_options(${name} PRIVATE -Wl,-z,nodelete)
+    endif()
+
+    install(TARGETS ${name} EXPORT morvaneTypesTargets
+        RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
+        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+        ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+endfunction()
+
+# morvane_add_executable(<name> SOURCES <files>... [LIBS <libs>...] [INSTALL])
+function(morvane_add_executable name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "INSTALL" "" "SOURCES;LIBS")
+    add_executable(${name} ${arg_SOURCES})
+    target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}")
+    target_link_libraries(${name} PRIVATE ${arg_LIBS})
+    morvane_set_options(${name})
+    if(arg_INSTALL)
+        install(TARGETS ${name} RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+    endif()
+endfunction()
+
+# morvane_install_headers(<dir> [EXCLUDE <regex>...]): installs the headers of a folder of the repository and those
+# generated under the same path, keeping their paths. Paths that match a regular expression are left out.
+function(morvane_install_headers dir)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "EXCLUDE")
+    set(excludes "")
+    foreach(regex IN LISTS arg_EXCLUDE)
+        list(APPEND excludes REGEX "${regex}" EXCLUDE)
+    endforeach()
+    cmake_path(GET dir PARENT_PATH parent)
+    cmake_path(APPEND CMAKE_INSTALL_INCLUDEDIR morvaneTypes "${parent}" OUTPUT_VARIABLE destination)
+    foreach(root IN ITEMS "${PROJECT_SOURCE_DIR}" "${MORVANE_GENERATED_DIR}")
+        install(DIRECTORY "${root}/${dir}"
+            DESTINATION "${destination}"
+            OPTIONAL
+            FILES_MATCHING PATTERN "*.h" ${excludes})
+    endforeach()
+endfunction()

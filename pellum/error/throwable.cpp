@@ -1,0 +1,77 @@
+#include "pellum/error/throwable.h"
+
+#include "pellum/text/demangle.h"
+
+#include <algorithm>
+#include <ostream>
+#include <string_view>
+#include <typeinfo>
+#include <utility>
+#include <vector>
+
+namespace Pellum {
+
+namespace {
+
+/// The function's own name: "Throw" of "Pellum::Exception::Throw(int)".
+std::string_view OwnName(std::string_view function) {
+    function = function.substr(0, function.find('('));
+    const std::size_t scope = function.rfind("::");
+    return scope == std::string_view::npos ? function : function.substr(scope + 2);
+}
+
+/// True for the constructors of exceptions and the functions that throw them: the fault does not lie there.
+bool RaisesException(std::string_view function) {
+    const std::string_view name = OwnName(function);
+    return name.ends_with("Exception") || name == "ExceptionImpl" || name == "Throwable"
+        || name.starts_with("Throw");
+}
+
+} // namespace
+
+Throwable::Throwable(std::string message)
+    : m_message(std::move(message)), m_backtrace(System::Backtrace::Capture()) {}
+
+Throwable::Throwable(const Throwable& other) = default;
+
+Throwable& Throwable::operator=(const Throwable& other) = default;
+
+Throwable::~Throwable() = default;
+
+const char* Throwable::what() const noexcept {
+    return m_message.c_str();
+}
+
+System::Backtrace* Throwable::GetBacktrace() const {
+    return m_backtrace.Get();
+}
+
+void Throwable::Dump(std::ostream& out) const {
+    out << Demangle(typeid(*this)) << ": " << what() << '\n';
+    if (const std::string where = Where(); !where.empty()) {
+        out << "  at " << where << '\n';
+    }
+    if (const System::Backtrace* backtrace = GetBacktrace(); backtrace != nullptr) {
+        out << backtrace->ToString();
+    }
+}
+
+std::string Throwable::Where() const {
+    const System::Backtrace* backtrace = GetBacktrace();
+    if (backtrace == nullptr) {
+        return {};
+    }
+    const std::vector<System::Backtrace::Frame> frames = backtrace->GetFrames();
+    const auto place =
+        std::find_if_not(frames.begin(), frames.end(), [&](const System::Backtrace::Frame& frame) {
+            // Where names are not known, all of this library counts as raising.
+            return frame.function.empty() ? frame.module == frames.front().module
+                                          : RaisesException(frame.function);
+        });
+    if (place != frames.end()) {
+        return place->ToString();
+    }
+    return frames.empty() ? std::string() : frames.front().ToString();
+}
+
+} // namespace Pellum

@@ -1,0 +1,242 @@
+#include "pellum/system/date_time.h"
+
+#include "pellum/error/exception.h"
+
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <stdexcept>
+
+namespace Pellum::System {
+
+namespace {
+
+constexpr std::int64_t kMicrosecondsPerSecond = 1'000'000;
+constexpr std::int64_t kSecondsPerDay = 86'400;
+
+struct Quotient {
+    std::int64_t quotient;
+    std::int64_t remainder;
+};
+
+/// Division that rounds down, so that the remainder of a moment before 1970 is not negative.
+constexpr Quotient FloorDivide(std::int64_t number, std::int64_t divisor) {
+    const std::int64_t quotient = number / divisor;
+    const std::int64_t remainder = number % divisor;
+    return remainder < 0 ? Quotient{quotient - 1, remainder + divisor} : Quotient{quotient, remainder};
+}
+
+struct Date {
+    std::int64_t year;
+    int month;
+    int day;
+};
+
+// The calendar types of <chrono> end at the year 32767; a DateTime reaches ten times as far.
+// Both conversions count years from March, so that a leap day ends its year, in eras of 400 years.
+constexpr std::int64_t kDaysPerEra = 146'097;
+constexpr std::int64_t kDaysFromYearZeroTo1970 = 719'468;
+
+constexpr std::int64_t DaysSince1970(const Date& date) {
+    const std::int64_t year = date.year - (date.month <= 2 ? 1 : 0);
+    const auto [era, yearOfEra] = FloorDivide(year, 400);
+    const std::int64_t monthFromMarch = (date.month + 9) % 12;
+    const std::int64_t dayOfYear = (153 * monthFromMarch + 2) / 5 + date.day - 1;
+    const std::int64_t dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
+    return era * kDaysPerEra + dayOfEra - kDaysFromYearZeroTo1970;
+}
+
+constexpr Date DateOf(std::int64_t daysSince1970) {
+    const auto [era, dayOfEra] = FloorDivide(daysSince1970 + kDaysFromYearZeroTo1970, kDaysPerEra);
+    const std::int64_t yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
+    const std::int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
+    const std::int64_t monthFromMarch = (5 * dayOfYear + 2) / 153;
+    const int day = static_cast<int>(dayOfYear - (153 * monthFromMarch + 2) / 5 + 1);
+    const int month = static_cast<int>(monthFromMarch < 10 ? monthFromMarch + 3 : monthFromMarch - 9);
+    return {yearOfEra + era * 400 + (month <= 2 ? 1 : 0), month, day};
+}
+
+constexpr std::int64_t kEarliest = DaysSince1970({1, 1, 1}) * kSecondsPerDay * kMicrosecondsPerSecond;
+constexpr std::int64_t kEnd = DaysSince1970({10000, 1, 1}) * kSecondsPerDay * kMicrosecondsPerSecond;
+
+constexpr int DaysOfMonth(int year, int month) {
+    constexpr std::array<int, 12> kDays = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    const bool isLeapYear = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+    return month == 2 && isLeapYear ? 29 : kDays[static_cast<std::size_t>(month - 1)];
+}
+
+constexpr bool IsDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+/// What is wrong with a text.
+class BadText : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Reads one RFC 3339 text from left to right; throws `BadText`.
+class Reader {
+public:
+    explicit Reader(std::string_view text) : m_text(text) {}
+
+    /// The moment in microseconds since 1970-01-01T00:00:00Z.
+    std::int64_t Read() {
+        const std::int64_t days = ReadDate();
+        TakeOneOf("Tt ", "'T' between date and time");
+        const std::int64_t hour = ReadNumber("hour", 2, 0, 23);
+        Take(':');
+        const std::int64_t minute = ReadNumber("minute", 2, 0, 59);
+        Take(':');
+        const int second = ReadNumber("second", 2, 0, 60);
+        const int microsecond = ReadFraction();
+        const int offsetMinutes = ReadOffset();
+        if (m_position != m_text.size()) {
+            throw BadText(
+                "unexpected text behind the offset, at character " + std::to_string(m_position + 1));
+        }
+
+        const std::int64_t utcSeconds =
+            days * kSecondsPerDay + hour * 3600 + (minute - offsetMinutes) * 60 + second;
+        if (second == 60 && utcSeconds % kSecondsPerDay != 0) {
+            throw BadText("second 60 outside of the last minute of a UTC day");
+        }
+        const std::int64_t utcTime = utcSeconds * kMicrosecondsPerSecond + microsecond;
+        if (utcTime < kEarliest || utcTime >= kEnd) {
+            throw BadText("outside of the years 0001 to 9999 in UTC");
+        }
+        return utcTime;
+    }
+
+private:
+    std::int64_t ReadDate() {
+        const int year = ReadNumber("year", 4, 1, 9999);
+        Take('-');
+        const int month = ReadNumber("month", 2, 1, 12);
+        Take('-');
+        const int day = ReadNumber("day", 2, 1, DaysOfMonth(year, month));
+        return DaysSince1970({year, month, day});
+    }
+
+    int ReadFraction() {
+        if (!AtOneOf(".")) {
+            return 0;
+        }
+        ++m_position;
+        if (!AtDigit()) {
+            Expected("a digit behind the '.'");
+        }
+        int microsecond = 0;
+        for (int weight = 100'000; AtDigit(); weight /= 10) {
+            microsecond += weight * (m_text[m_position++] - '0');
+        }
+        return microsecond;
+    }
+
+    /// In minutes, positive east of Greenwich.
+    int ReadOffset() {
+        const char sign = TakeOneOf("Zz+-", "an offset: 'Z', '+hh:mm' or '-hh:mm'");
+        if (sign != '+' && sign != '-') {
+            return 0;
+        }
+        const int hours = ReadNumber("offset hour", 2, 0, 23);
+        Take(':');
+        const int minutes = hours * 60 + ReadNumber("offset minute", 2, 0, 59);
+        return sign == '-' ? -minutes : minutes;
+    }
+
+    int ReadNumber(const char* what, int digits, int least, int most) {
+        int number = 0;
+        for (int i = 0; i < digits; ++i) {
+            if (!AtDigit()) {
+                Expected(std::string(what) + " of " + std::to_string(digits) + " digits");
+            }
+            number = number * 10 + (m_text[m_position++] - '0');
+        }
+        if (number < least || number > most) {
+            throw BadText(
+                std::string(what) + " " + std::to_string(number) + " is not between " + std::to_string(least)
+                + " and " + std::to_string(most));
+        }
+        return number;
+    }
+
+    void Take(char character) { TakeOneOf({&character, 1}, std::string("'") + character + "'"); }
+
+    char TakeOneOf(std::string_view characters, const std::string& what) {
+        if (!AtOneOf(characters)) {
+            Expected(what);
+        }
+        return m_text[m_position++];
+    }
+
+    [[nodiscard]] bool AtDigit() const { return m_position < m_text.size() && IsDigit(m_text[m_position]); }
+
+    [[nodiscard]] bool AtOneOf(std::string_view characters) const {
+        return m_position < m_text.size() && characters.find(m_text[m_position]) != std::string_view::npos;
+    }
+
+    [[noreturn]] void Expected(const std::string& what) const {
+        throw BadText("expected " + what + " at character " + std::to_string(m_position + 1));
+    }
+
+    std::string_view m_text;
+    std::size_t m_position = 0;
+};
+
+/// ".25" for 250000, nothing for 0.
+std::string FractionText(std::int64_t microsecond) {
+    if (microsecond == 0) {
+        return {};
+    }
+    std::string text = "." + std::to_string(kMicrosecondsPerSecond + microsecond).substr(1);
+    text.erase(text.find_last_not_of('0') + 1);
+    return text;
+}
+
+} // namespace
+
+DateTime DateTime::Now() {
+    using std::chrono::duration_cast;
+    using std::chrono::microseconds;
+    const auto sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
+    return FromUtcTime(duration_cast<microseconds>(sinceEpoch).count());
+}
+
+DateTime DateTime::Parse(std::string_view text) {
+    DateTime result;
+    std::string why;
+    if (!TryParse(text, result, &why)) {
+        throw Exception("'" + std::string(text) + "' is not a date and time of RFC 3339: " + why);
+    }
+    return result;
+}
+
+bool DateTime::TryParse(std::string_view text, DateTime& out, std::string* why) {
+    try {
+        out = FromUtcTime(Reader(text).Read());
+        return true;
+    } catch (const BadText& problem) {
+        if (why != nullptr) {
+            *why = problem.what();
+        }
+        return false;
+    }
+}
+
+std::string DateTime::ToString() const {
+    const auto [seconds, microsecond] = FloorDivide(m_utcTime, kMicrosecondsPerSecond);
+    const auto [days, secondOfDay] = FloorDivide(seconds, kSecondsPerDay);
+    const Date date = DateOf(days);
+    const bool isPlainYear = date.year >= 1 && date.year <= 9999;
+
+    char text[48];
+    std::snprintf(
+        text, sizeof(text),
+        isPlainYear ? "%04lld-%02d-%02dT%02d:%02d:%02d" : "%+05lld-%02d-%02dT%02d:%02d:%02d",
+        static_cast<long long>(date.year), date.month, date.day, static_cast<int>(secondOfDay / 3600),
+        static_cast<int>(secondOfDay / 60 % 60), static_cast<int>(secondOfDay % 60));
+    return text + FractionText(microsecond) + "Z";
+}
+
+} // namespace Pellum::System

@@ -1,0 +1,39 @@
+#include "schemac/emit/emitters.h"
+
+#include <memory>
+#include <stdexcept>
+#include <vector>
+
+#include "schemac/emit/documentation_emitter.h"
+#include "schemac/emit/header_emitter.h"
+#include "schemac/emit/source_emitter.h"
+#include "schemac/emit/tables_emitter.h"
+
+namespace Schemac::Emit {
+
+namespace {
+
+std::vector<std::unique_ptr<Emitter>> AllEmitters() {
+    std::vector<std::unique_ptr<Emitter>> emitters;
+    emitters.push_back(std::make_unique<HeaderEmitter>());
+    emitters.push_back(std::make_unique<SourceEmitter>());
+    emitters.push_back(std::make_unique<TablesEmitter>());
+    emitters.push_back(std::make_unique<DocumentationEmitter>());
+    return emitters;
+}
+
+} // namespace
+
+void EmitAll(const Model::Module& module, OutputSet& output) {
+    for (const Model::DataType* type : module.DataTypes()) {
+        if (type->isOpen) {
+            throw std::runtime_error(
+                "open type " + type->dottedName + ": code for open types is not generated yet");
+        }
+    }
+    for (const auto& emitter : AllEmitters()) {
+        emitter->Emit(module, output);
+    }
+}
+
+} // namespace Schemac::Emit

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "schemac/model/type.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Every name of generated code is made here and nowhere else.
+namespace Schemac::Naming {
+
+/// First letter raised: "hostname" gives "Hostname".
+std::string Capitalised(std::string_view name);
+
+/// All letters raised: "ostrelVM" gives "OSTRELVM".
+std::string UpperCase(std::string_view name);
+
+/// "SSLCertificateData" gives "ssl_certificate_data".
+std::string SnakeCase(std::string_view name);
+
+/// Parts between the separators: "a.b" gives {"a", "b"}.
+std::vector<std::string> Split(std::string_view text, std::string_view separator);
+std::string Join(const std::vector<std::string>& parts, std::string_view separator);
+
+/// "morvane.propertyInfo.Y" gives {"Morvane", "PropertyInfo", "Y"}.
+std::vector<std::string> ClassPath(std::string_view dottedName);
+
+/// "Morvane::ComputerSpec::LiveComputerLocation"; "Tavik::DynamicData" for a built-in class.
+std::string QualifiedClassName(const Model::Type& type);
+
+/// "Morvane::Info" for a top-level type of morvane.info, the namespace around the outermost class of any
+/// other.
+std::string CppNamespace(const Model::Type& type);
+
+/// The name itself, with a trailing '_' when C++ reserves it.
+std::string Escaped(std::string_view name);
+
+/// Parameter of a generated function, from a parameter or property name.
+std::string ParameterName(std::string_view name);
+
+/// Data member of a property: "m_hostname".
+std::string MemberName(std::string_view property);
+
+/// Enumerator of a tag, spelled like the tag where C++ allows it.
+std::string Enumerator(std::string_view tag);
+
+/// "VMTYPE_OSTRELVM" for the tag "ostrelVM" of VmType.
+std::string TagConstant(const Model::EnumType& type, std::string_view tag);
+
+/// "METHOD_LOGIN".
+std::string MethodConstant(std::string_view method);
+
+/// Member function of an interface for a method: "Login"; gets a trailing '_' when the interface already
+/// has a member of that name (its constructor, or one inherited from the runtime).
+std::string MethodFunction(std::string_view method, const Model::Type& owner);
+
+/// Prefixes of the accessors of a property.
+enum class Accessor : std::uint8_t { Get, Is, GetPtr, Peek, IsSet, Set, Swap, Unset };
+
+/// The accessors that a property of a data type gets, in the order in which they are declared.
+/// A property of a managed type has the single accessor Get.
+std::vector<Accessor> AccessorsOf(const Model::Property& property, const Model::Type& owner);
+
+/// "GetHostname", "IsVerifyPeer"; gets a trailing '_' where MethodFunction would.
+std::string AccessorName(Accessor accessor, std::string_view property, const Model::Type& owner);
+
+/// Exported record of a type: "gMorvaneComputerSpecTypeInfo"; "gBoolTypeInfo" for a built-in one.
+std::string DescriptorGlobal(const Model::Type& type);
+
+/// Exported array of a managed type: "gMorvaneSessionManagerMethodObjects".
+std::string MethodObjectsGlobal(const Model::ManagedType& type);
+
+/// "MorvaneLogin": wire name of a method that is not given another.
+std::string DefaultMethodWireName(std::string_view nameSpace, std::string_view method);
+
+/// Header that declares a type, by its outermost enclosing type: "types/api/core/computer_spec.h".
+/// Empty for a built-in type.
+std::string HeaderPath(const Model::Type& type);
+
+/// True for the keywords and alternative tokens of C++20.
+bool IsCppKeyword(std::string_view word);
+
+} // namespace Schemac::Naming

@@ -1,0 +1,37 @@
+#!/usr/bin/env bash
+# Everything that is tested: each preset's tests, the Windows build and the installed package. Goes on after a failure
+# and says at the end what ran.
+#
+# Usage: scripts/test-all.sh
+set -uo pipefail
+cd "$(dirname "$0")/.."
+source scripts/common.sh
+
+table=()
+failures=0
+
+# check NAME COMMAND...: runs one entry of the table.
+check() {
+    local name="$1" start=$SECONDS result=passed
+    shift
+    "$@" || { result=FAILED; failures=$((failures + 1)); }
+    local count
+    count="$(test_summary "$name-test" 2>/dev/null)"
+    table+=("$(printf '%-10s %-8s %5d s   %s' "$name" "$result" $((SECONDS - start)) "$count")")
+}
+
+rm -f "$logs"/*-test.log
+for preset in release clang asan tsan m32; do
+    check "$preset" scripts/test.sh "$preset"
+done
+check mingw32 step mingw32-build "build mingw32" build_preset mingw32
+check consumer scripts/test-consumer.sh release
+
+echo
+printf '%-10s %-8s %7s   %s\n' what result time tests
+printf '%s\n' "${table[@]}"
+if [[ $failures -ne 0 ]]; then
+    echo "$failures of ${#table[@]} failed; logs are in $logs."
+    exit 1
+fi
+echo "All ${#table[@]} passed."

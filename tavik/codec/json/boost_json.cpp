@@ -1,0 +1,2 @@
+// The one place where the functions of Boost.JSON are compiled.
+#include <boost/json/src.hpp>

@@ -1,0 +1,121 @@
+#pragma once
+
+#include "pellum/object/ref.h"
+#include "tavik/codec/json/json.h"
+#include "tavik/codec/json/scalar_reader.h"
+#include "tavik/codec/json/wording.h"
+#include "tavik/value/array_base.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Tavik {
+
+class DataObjectType;
+class Property;
+class ScalarArrayBase;
+
+namespace Json {
+
+/// Builds a value out of the events of a JSON parser, which are well-formed. What is begun and not ended
+/// waits on a stack of its own, so that the depth of the document costs no program stack here.
+///
+/// Every event throws `Refusal` when it is not what belongs there; `GetPath` then names the place.
+class ValueBuilder {
+public:
+    /// `options` is borrowed and outlives the builder.
+    explicit ValueBuilder(const DecodeOptions& options);
+    ~ValueBuilder();
+
+    void BeginObject();
+    void EndObject();
+    void BeginArray();
+    void EndArray();
+    void Key(std::string_view name);
+    void Scalar(const Token& token);
+    void Null();
+
+    /// Path of the place that is being read: "source.location.port", "disk[2].size".
+    std::string GetPath() const;
+
+    /// The value, complete once the parser has come to the end of its document.
+    const Pellum::Ref<Any>& GetResult() const { return m_result; }
+
+private:
+    /// What a JSON object or array turned out to be.
+    enum class FrameKind {
+        Opened,    ///< an object of which only the brace has been read, and perhaps the key "$type"
+        Object,    ///< a data object
+        Array,     ///< an array
+        Box,       ///< the object around a scalar or array that names its type
+        Reference, ///< a managed reference
+    };
+
+    struct Frame {
+        Frame(FrameKind frameKind, const Place& framePlace) : kind(frameKind), place(framePlace) {}
+
+        FrameKind kind;
+        /// Declaration of the place that the whole stands in; for a box, of the value in it.
+        Place place;
+
+        /// The object or array as far as it has been read; the content of a box.
+        Pellum::Ref<Any> value;
+
+        // Of data objects.
+        const DataObjectType* type = nullptr;
+        const Property* property = nullptr; ///< the one whose value comes next
+        std::size_t position = 0;           ///< of that property in the type's list
+        std::vector<std::uint8_t> marks;    ///< `PropertyMarks` of each property
+
+        // Of arrays: two views of `value`, one of which is null.
+        DataArrayBase* objects = nullptr;
+        ScalarArrayBase* scalars = nullptr;
+
+        // Of boxes and references.
+        std::string_view member; ///< the one whose value comes next; a literal
+        bool hasValue = false;
+        const Type* referred = nullptr;
+        std::string id;
+        bool hasId = false;
+    };
+
+    void CountValue();
+    void Nest();
+    /// Passes over the value that begins; returns whether there is one to pass over.
+    bool SkipsScalar();
+    /// Where the value that begins belongs.
+    Place GetPlace() const;
+
+    void DecideOpened(std::string_view firstKey);
+    void ReadTypeMember(std::string_view wireName);
+    void StartObject(Frame& frame, const Type& type);
+    void StartArray(const Place& place);
+    void ObjectKey(Frame& frame, std::string_view name);
+    void BoxKey(Frame& frame, std::string_view name);
+    void ReferenceKey(Frame& frame, std::string_view name);
+    void ReferenceMember(Frame& frame, const Token& token);
+    void CheckRequired(const Frame& frame) const;
+    Pellum::Ref<Any> Finish(Frame& frame);
+
+    [[noreturn]] void RefuseUnknownProperty(const Frame& frame, std::string_view name) const;
+
+    /// Puts a complete value into the place that it belongs to.
+    void Store(const Type& type, const void* plain);
+    void Store(const Pellum::Ref<Any>& value);
+
+    const DecodeOptions& m_options;
+    Place m_rootPlace;
+    std::vector<Frame> m_frames;
+    Pellum::Ref<Any> m_result;
+    std::size_t m_valueCount = 0;
+    std::size_t m_depth = 0;
+    /// Nesting within the unknown member that is being passed over; `kNotSkipping` outside of one.
+    static constexpr std::size_t kNotSkipping = static_cast<std::size_t>(-1);
+    std::size_t m_skipDepth = kNotSkipping;
+};
+
+} // namespace Json
+} // namespace Tavik

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "tavik/descriptor/records.h"
+#include "tavik/export.h"
+
+/// Descriptors of the runtime's built-in types.
+namespace Tavik {
+
+extern TAVIK_API const TypeInfo gBoolTypeInfo;
+extern TAVIK_API const TypeInfo gByteTypeInfo;
+extern TAVIK_API const TypeInfo gIntTypeInfo;
+extern TAVIK_API const TypeInfo gLongTypeInfo;
+extern TAVIK_API const TypeInfo gFloatTypeInfo;
+extern TAVIK_API const TypeInfo gStringTypeInfo;
+extern TAVIK_API const TypeInfo gDateTimeTypeInfo;
+extern TAVIK_API const TypeInfo gBinaryTypeInfo;
+extern TAVIK_API const TypeInfo gTypeNameTypeInfo;
+extern TAVIK_API const TypeInfo gPropertyPathTypeInfo;
+extern TAVIK_API const TypeInfo gAnyTypeInfo;
+
+extern TAVIK_API const TypeInfo gOrlinDynamicDataTypeInfo;
+extern TAVIK_API const TypeInfo gOrlinMethodFaultTypeInfo;
+extern TAVIK_API const TypeInfo gOrlinRuntimeFaultTypeInfo;
+extern TAVIK_API const TypeInfo gOrlinManagedObjectTypeInfo;
+
+} // namespace Tavik

@@ -1,0 +1,37 @@
+#include "tavik/library/type_library.h"
+
+#include <algorithm>
+
+namespace Tavik {
+
+namespace {
+
+void FillSlots(const TypeLibrary& library) {
+    Type** slot = library.slots;
+    for (const DataTypeInfo& info : library.dataTypes) {
+        *slot++ = CreateDataObjectType(&info);
+    }
+    for (const EnumRegistration& registration : library.enums) {
+        *slot++ = registration.create(registration.info, registration.functions);
+    }
+    for (const ManagedTypeInfo& info : library.managedTypes) {
+        *slot++ = CreateManagedObjectType(&info);
+    }
+}
+
+} // namespace
+
+Type** CreateTypes(const TypeLibrary& library, int& count) {
+    const std::size_t total = library.dataTypes.size() + library.enums.size() + library.managedTypes.size();
+    try {
+        FillSlots(library);
+    } catch (...) {
+        // Types that the runtime never gets to see would be half-made.
+        std::fill_n(library.slots, total, nullptr);
+        throw;
+    }
+    count = static_cast<int>(total);
+    return library.slots;
+}
+
+} // namespace Tavik

@@ -1,0 +1,120 @@
+#include "tavik/type/data_object_type.h"
+
+#include "pellum/error/fail_fast.h"
+#include "tavik/type/type_registry.h"
+#include "tavik/type/version.h"
+#include "tavik/value/array_base.h"
+
+#include <algorithm>
+
+namespace Tavik {
+
+namespace {
+
+bool IsCountedKind(TypeKind kind) {
+    return kind == TypeKind::Data || kind == TypeKind::Fault || kind == TypeKind::Managed
+        || kind == TypeKind::Any;
+}
+
+} // namespace
+
+bool Property::IsPartOf(const Version* version) const {
+    return version == nullptr || m_version == nullptr || version->Includes(*m_version);
+}
+
+bool Property::IsSet(const Any* object) const {
+    return m_owner->GetDataTypeInfo().isSet(object, m_index);
+}
+
+const void* Property::GetFieldPointer(const Any* object) const {
+    return m_owner->GetDataTypeInfo().fieldPointer(object, m_index);
+}
+
+void* Property::Get(const Any* object, void* out) const {
+    return m_owner->GetDataTypeInfo().get(object, m_index, out);
+}
+
+void Property::Set(Any* object, const void* in) const {
+    m_owner->GetDataTypeInfo().set(object, m_index, in);
+}
+
+void Property::Reset(Any* object) const {
+    const ResetFunction reset = m_owner->GetDataTypeInfo().reset;
+    if (reset == nullptr) {
+        Pellum::FailFast(Pellum::kBadPropertyIndex);
+    }
+    reset(object, m_index);
+}
+
+DataObjectType::DataObjectType(const DataTypeInfo* info) : Type(info->type), m_dataInfo(info) {}
+
+DataObjectType::~DataObjectType() = default;
+
+void DataObjectType::Resolve(TypeRegistry& registry) {
+    if (m_resolved) {
+        return;
+    }
+    m_resolved = true;
+    if (m_dataInfo->base != nullptr) {
+        const Type* base = registry.FindLoading(m_dataInfo->base);
+        if (base == nullptr || (base->GetKind() != TypeKind::Data && base->GetKind() != TypeKind::Fault)) {
+            registry.ReportError(
+                std::string("base ") + m_dataInfo->base->name + " of type " + GetName()
+                + " is not a registered data type");
+        } else {
+            auto* dataBase = const_cast<DataObjectType*>(static_cast<const DataObjectType*>(base));
+            dataBase->Resolve(registry);
+            if (dataBase->IsA(this)) {
+                registry.ReportError(std::string("type ") + GetName() + " is derived from itself");
+            } else {
+                m_base = dataBase;
+                m_all = dataBase->m_all;
+            }
+        }
+    }
+    for (const PropertyDescriptor* row = m_dataInfo->properties; row != nullptr && row->name != nullptr;
+         ++row) {
+        Property property;
+        property.m_descriptor = row;
+        property.m_owner = this;
+        property.m_index = static_cast<int>(m_own.size());
+        property.m_type = registry.FindLoading(row->type);
+        property.m_version = registry.FindLoadingVersion(row->version);
+        if (property.m_type == nullptr) {
+            registry.ReportError(
+                std::string("type ") + (row->type != nullptr ? row->type->name : "(none)") + " of property "
+                + row->name + " of " + GetName() + " is not registered");
+        }
+        property.m_counted = row->IsArray() || (row->type != nullptr && IsCountedKind(row->type->kind));
+        m_own.push_back(property);
+    }
+    for (const Property& property : m_own) {
+        m_all.push_back(&property);
+    }
+    for (const Property* property : m_all) {
+        m_byName.emplace(property->GetName(), property);
+    }
+}
+
+const Property* DataObjectType::FindProperty(std::string_view name) const {
+    const auto found = m_byName.find(name);
+    return found == m_byName.end() ? nullptr : found->second;
+}
+
+std::size_t DataObjectType::GetPosition(const Property& property) const {
+    return static_cast<std::size_t>(std::find(m_all.begin(), m_all.end(), &property) - m_all.begin());
+}
+
+DataObject* DataObjectType::New() const {
+    return m_dataInfo->create();
+}
+
+ArrayBase* DataObjectType::NewArray() const {
+    return m_dataInfo->createArray();
+}
+
+DataObjectType* CreateDataObjectType(const DataTypeInfo* info) {
+    return new DataObjectType(info);
+}
+
+} // namespace Tavik

@@ -1,0 +1,117 @@
+#pragma once
+
+#include "tavik/type/type.h"
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace Tavik {
+
+class DataObjectType;
+class TypeRegistry;
+
+/// One property of a data object type, with the functions that reach it in an object.
+class TAVIK_API Property {
+public:
+    const char* GetName() const { return m_descriptor->name; }
+
+    const PropertyDescriptor& GetDescriptor() const { return *m_descriptor; }
+
+    std::uint32_t GetFlags() const { return m_descriptor->flags; }
+
+    bool IsArray() const { return m_descriptor->IsArray(); }
+
+    bool IsOptional() const { return m_descriptor->IsOptional(); }
+
+    bool IsSecret() const { return m_descriptor->IsSecret(); }
+
+    /// Whether the property holds a counted value: an array, a data object, a managed reference, an
+    /// `anyType`.
+    bool IsCounted() const { return m_counted; }
+
+    /// The (element) type; null when the library that owns it is not loaded, which the registry reports as an
+    /// error.
+    const Type* GetType() const { return m_type; }
+
+    /// The type that declares the property.
+    const DataObjectType& GetOwner() const { return *m_owner; }
+
+    int GetIndex() const { return m_index; }
+
+    const Version* GetVersion() const { return m_version; }
+
+    /// Whether the property is part of `version`; a null version stands for no restriction.
+    bool IsPartOf(const Version* version) const;
+
+    /// The field functions; `object` is of the owner's class or derived from it. See `records.h`.
+    bool IsSet(const Any* object) const;
+    const void* GetFieldPointer(const Any* object) const;
+
+    /// The held value of a counted property, borrowed; null when unset.
+    const Any* GetCounted(const Any* object) const {
+        return static_cast<const Any*>(GetFieldPointer(object));
+    }
+
+    void* Get(const Any* object, void* out) const;
+    void Set(Any* object, const void* in) const;
+    void Reset(Any* object) const;
+
+private:
+    friend class DataObjectType;
+
+    const PropertyDescriptor* m_descriptor;
+    const DataObjectType* m_owner;
+    int m_index;
+    bool m_counted;
+    const Type* m_type;
+    const Version* m_version;
+};
+
+/// A data object or fault type.
+class TAVIK_API DataObjectType final : public Type {
+public:
+    explicit DataObjectType(const DataTypeInfo* info);
+    ~DataObjectType() override;
+
+    const DataTypeInfo& GetDataTypeInfo() const { return *m_dataInfo; }
+
+    bool IsFault() const { return GetKind() == TypeKind::Fault; }
+
+    DataObjectType* GetBaseType() const override { return m_base; }
+
+    /// The type's own properties, in declared order.
+    const std::vector<Property>& GetOwnProperties() const { return m_own; }
+
+    /// All properties, inherited ones first, borrowed.
+    const std::vector<const Property*>& GetProperties() const { return m_all; }
+
+    /// Borrowed; null when neither the type nor a base has a property of that name.
+    const Property* FindProperty(std::string_view name) const;
+    /// Position of a property in `GetProperties`, which must be one of them.
+    std::size_t GetPosition(const Property& property) const;
+
+    /// A new object, zero-filled and default-constructed, created with no count; null when out of memory.
+    DataObject* New() const;
+    ArrayBase* NewArray() const override;
+
+private:
+    friend class TypeRegistry;
+
+    /// Connects the type with its base and its properties' types and versions once all of them are
+    /// registered.
+    void Resolve(TypeRegistry& registry);
+
+    const DataTypeInfo* m_dataInfo;
+    DataObjectType* m_base = nullptr;
+    bool m_resolved = false;
+    std::vector<Property> m_own;
+    std::vector<const Property*> m_all;
+    std::unordered_map<std::string_view, const Property*> m_byName;
+};
+
+/// Makes the type object of a record; called by a library's loader function. The runtime owns the object.
+TAVIK_API DataObjectType* CreateDataObjectType(const DataTypeInfo* info);
+
+} // namespace Tavik

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "tavik/managed/managed_method.h"
+#include "tavik/type/type.h"
+
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace Tavik {
+
+class TypeRegistry;
+
+/// A managed object type: what a managed reference refers to.
+class TAVIK_API ManagedObjectType final : public Type {
+public:
+    explicit ManagedObjectType(const ManagedTypeInfo* info);
+    ~ManagedObjectType() override;
+
+    const ManagedTypeInfo& GetManagedTypeInfo() const { return *m_managedInfo; }
+
+    ManagedObjectType* GetBaseType() const override { return m_base; }
+
+    /// The type's own methods in declared order, then one entry per own property: the property getters.
+    const std::vector<std::unique_ptr<ManagedMethod>>& GetMethodObjects() const { return m_methods; }
+
+    std::size_t GetOwnMethodCount() const { return m_ownMethodCount; }
+
+    /// A new empty array of managed references, created with no count.
+    ArrayBase* NewArray() const override;
+
+private:
+    friend class TypeRegistry;
+
+    void Resolve(TypeRegistry& registry);
+
+    const ManagedTypeInfo* m_managedInfo;
+    ManagedObjectType* m_base = nullptr;
+    std::vector<std::unique_ptr<ManagedMethod>> m_methods;
+    std::size_t m_ownMethodCount = 0;
+};
+
+/// Makes the type object of a record and fills its method-object array; called by a library's loader
+/// function. The runtime owns the object.
+TAVIK_API ManagedObjectType* CreateManagedObjectType(const ManagedTypeInfo* info);
+
+} // namespace Tavik

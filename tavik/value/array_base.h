@@ -1,0 +1,61 @@
+#pragma once
+
+#include "pellum/object/ref.h"
+#include "tavik/value/data_object.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace Tavik {
+
+/// A multi-valued value. The virtual functions keep the order in which foreign runtimes call them: behind
+/// those of `Any` the element count, then the element type.
+class TAVIK_API ArrayBase : public Any {
+public:
+    ~ArrayBase() override;
+
+    virtual std::size_t GetLength() const = 0;
+    /// The elements' registered type, borrowed; null before its library has been loaded by the registry.
+    virtual Type* _GetElementType() const = 0;
+
+    bool IsEmpty() const { return GetLength() == 0; }
+
+protected:
+    ArrayBase() noexcept = default;
+    ArrayBase(const ArrayBase&) noexcept = default;
+};
+
+/// An array of data objects: all that does not depend on their class.
+class TAVIK_API DataArrayBase : public ArrayBase {
+public:
+    ~DataArrayBase() override;
+
+    bool _IsEqual(const Any* other, bool partial) const override;
+    void _DiffProperties(const Any* other, const std::string& prefix, PropertyDiffSet& diffs) const override;
+    std::size_t GetLength() const override;
+
+    /// The element at `index` (below the length), borrowed; may be null.
+    DataObject* GetElement(std::size_t index) const { return m_elements[index].Get(); }
+
+    void Reserve(std::size_t count) { m_elements.reserve(count); }
+
+    void Clear() { m_elements.clear(); }
+
+    /// Removes the element at `index` (below the length).
+    void Remove(std::size_t index);
+    /// Appends an element after checking its class; takes a count of it. Throws
+    /// `Pellum::TypeMismatchException`.
+    void AppendChecked(Any* element);
+
+protected:
+    DataArrayBase() noexcept;
+    /// A deep copy: every element is cloned.
+    DataArrayBase(const DataArrayBase& other);
+
+    /// `element`, when it is null or of the element class; else throws `Pellum::TypeMismatchException`.
+    virtual DataObject* CheckElement(Any* element) const = 0;
+
+    std::vector<Pellum::Ref<DataObject>> m_elements;
+};
+
+} // namespace Tavik

@@ -1,0 +1,96 @@
+#include "tavik/value/clone.h"
+
+#include "tavik/value/depth_scope.h"
+#include "tavik/value/ref_slot.h"
+
+#include <memory>
+#include <new>
+#include <vector>
+
+namespace Tavik {
+
+namespace {
+
+/// A deep part that the outermost clone still has to copy.
+struct PendingClone {
+    void* slot;
+    const Any* source;
+};
+
+struct CloneState {
+    int depth = 0;
+    std::vector<PendingClone> pending;
+};
+
+thread_local CloneState state;
+
+/// The extent of one clone. The outermost one forgets what it has not come to, which happens when it throws.
+class CloneScope {
+public:
+    CloneScope() = default;
+
+    ~CloneScope() {
+        if (IsOutermost()) {
+            state.pending.clear();
+        }
+    }
+
+    CloneScope(const CloneScope&) = delete;
+    CloneScope& operator=(const CloneScope&) = delete;
+
+    bool IsOutermost() const { return m_depth.IsOutermost(); }
+
+private:
+    DepthScope m_depth{state.depth};
+};
+
+/// A copy without one of its parts would be none: what `_Clone` could not get the memory for ends the whole
+/// clone.
+Any* ClonePart(const Any& source) {
+    Any* copy = source._Clone();
+    if (copy == nullptr) {
+        throw std::bad_alloc();
+    }
+    return copy;
+}
+
+/// Copies what was put off. Still at depth one: a copy's own parts are put off again once they are too deep.
+void FinishPending() {
+    while (!state.pending.empty()) {
+        const PendingClone next = state.pending.back();
+        state.pending.pop_back();
+        StoreRef(next.slot, ClonePart(*next.source));
+    }
+}
+
+} // namespace
+
+void CloneInto(void* slot, const Any* source) {
+    if (source == nullptr) {
+        StoreRef(slot, nullptr);
+    } else if (state.depth < kMaxRecursion) {
+        StoreRef(slot, ClonePart(*source));
+    } else {
+        state.pending.push_back({slot, source});
+    }
+}
+
+Any* CloneWith(const Any& source, std::size_t size, Any* (*construct)(void* storage, const Any& source)) {
+    struct Free {
+        void operator()(void* storage) const { ::operator delete(storage); }
+    };
+
+    std::unique_ptr<void, Free> storage(AllocateZeroed(size));
+    if (storage == nullptr) {
+        return nullptr;
+    }
+    const CloneScope scope;
+    std::unique_ptr<Any> copy(construct(storage.get(), source));
+    static_cast<void>(storage.release()); // the object's own from here on
+    if (scope.IsOutermost()) {
+        FinishPending();
+    }
+    return copy.release();
+}
+
+} // namespace Tavik

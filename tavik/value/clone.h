@@ -1,0 +1,58 @@
+#pragma once
+
+#include "tavik/export.h"
+
+#include <cstddef>
+#include <cstring>
+#include <new>
+
+namespace Tavik {
+
+class Any;
+
+/// Stores a counted deep copy of `source`, or null for null, in the `Pellum::Ref` at `slot` (see
+/// `ref_slot.h`). The slot must stay in place until the outermost clone has returned: very deep parts are
+/// copied then, so that the stack used does not grow with the depth. Throws `std::bad_alloc`.
+TAVIK_API void CloneInto(void* slot, const Any* source);
+
+/// Zero-filled storage for one object, null when out of memory.
+///
+/// The zeros survive into the object: a constructor begins the life of an object, and an optimising compiler
+/// may then drop what was stored before. The empty assembler statements, here and in `KeepStorage`, tell it
+/// that the bytes are read and written by something that it can not see.
+inline void* AllocateZeroed(std::size_t size) noexcept {
+    void* storage = ::operator new(size, std::nothrow);
+    if (storage != nullptr) {
+        std::memset(storage, 0, size);
+        asm volatile("" : "+r"(storage) : : "memory");
+    }
+    return storage;
+}
+
+/// Makes the compiler forget what it knows of the bytes of an object that was just constructed.
+template <class T>
+T* KeepStorage(T* object) noexcept {
+    asm volatile("" : "+r"(object) : : "memory");
+    return object;
+}
+
+/// Builds a clone in zero-filled storage with `construct` (which may throw) and finishes its deep parts. Null
+/// when out of memory for the storage.
+TAVIK_API Any* CloneWith(
+    const Any& source, std::size_t size, Any* (*construct)(void* storage, const Any& source));
+
+/// Gives `CloneObject` access to copy constructors that are not public: classes name it as a friend.
+struct ObjectCloner {
+    template <class T>
+    static Any* Construct(void* storage, const Any& source) {
+        return KeepStorage(::new (storage) T(static_cast<const T&>(source)));
+    }
+};
+
+/// What `_Clone` of a class returns: a new copy with no count, null when out of memory for the object itself.
+template <class T>
+T* CloneObject(const T& source) {
+    return static_cast<T*>(CloneWith(source, sizeof(T), &ObjectCloner::Construct<T>));
+}
+
+} // namespace Tavik

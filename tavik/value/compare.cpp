@@ -1,0 +1,135 @@
+#include "tavik/value/compare.h"
+
+#include "tavik/descriptor/records.h"
+#include "tavik/value/any.h"
+#include "tavik/value/array_base.h"
+#include "tavik/value/depth_scope.h"
+#include "tavik/value/property_diff_set.h"
+
+#include <typeinfo>
+#include <utility>
+#include <vector>
+
+namespace Tavik {
+
+namespace {
+
+struct PendingEquality {
+    const Any* a;
+    const Any* b;
+    bool partial;
+};
+
+struct EqualityState {
+    int depth = 0;
+    std::vector<PendingEquality> pending;
+};
+
+struct PendingDifference {
+    const Any* a;
+    const Any* b;
+    std::string path;
+};
+
+struct DifferenceState {
+    int depth = 0;
+    std::vector<PendingDifference> pending;
+};
+
+thread_local EqualityState equality;
+thread_local DifferenceState difference;
+
+/// The extent of one comparison. The outermost one forgets what it has not come to, also when it throws.
+template <class State>
+class ComparisonScope {
+public:
+    explicit ComparisonScope(State& state) : m_state(state), m_depth(state.depth) {}
+
+    ~ComparisonScope() {
+        if (IsOutermost()) {
+            m_state.pending.clear();
+        }
+    }
+
+    ComparisonScope(const ComparisonScope&) = delete;
+    ComparisonScope& operator=(const ComparisonScope&) = delete;
+
+    bool IsOutermost() const { return m_depth.IsOutermost(); }
+
+private:
+    State& m_state;
+    DepthScope m_depth;
+};
+
+bool IsUnset(const Any* value, std::uint32_t flags) {
+    return value == nullptr
+        || ((flags & kArrayFlag) != 0 && static_cast<const ArrayBase*>(value)->GetLength() == 0);
+}
+
+bool AreSameClass(const Any* a, const Any* b) {
+    return typeid(*a) == typeid(*b);
+}
+
+} // namespace
+
+bool AreEqualAnysInt(const Any* a, const Any* b, std::uint32_t flags, bool partial) {
+    const bool unsetB = IsUnset(b, flags);
+    if (unsetB && partial && (flags & kOptionalFlag) != 0) {
+        return true;
+    }
+    const bool unsetA = IsUnset(a, flags);
+    if (unsetA || unsetB) {
+        return unsetA == unsetB;
+    }
+    if (a == b) {
+        return true;
+    }
+    if (!AreSameClass(a, b)) {
+        return false;
+    }
+    if (equality.depth == kMaxRecursion) {
+        // The outermost call decides: all parts must be equal, in whatever order they are looked at.
+        equality.pending.push_back({a, b, partial});
+        return true;
+    }
+    const ComparisonScope scope(equality);
+    bool equal = a->_IsEqual(b, partial);
+    if (scope.IsOutermost()) {
+        while (equal && !equality.pending.empty()) {
+            const PendingEquality next = equality.pending.back();
+            equality.pending.pop_back();
+            equal = next.a->_IsEqual(next.b, next.partial);
+        }
+    }
+    return equal;
+}
+
+void DiffAnyPropertiesInt(
+    const Any* a, const Any* b, const std::string& prefix, const char* suffix, std::uint32_t flags,
+    PropertyDiffSet& diffs) {
+    const bool unsetA = IsUnset(a, flags);
+    const bool unsetB = IsUnset(b, flags);
+    if ((unsetA && unsetB) || a == b) {
+        return;
+    }
+    std::string path = prefix + suffix;
+    if (unsetA || unsetB || !AreSameClass(a, b)) {
+        diffs.Add(std::move(path));
+        return;
+    }
+    if (difference.depth == kMaxRecursion) {
+        difference.pending.push_back({a, b, std::move(path)});
+        return;
+    }
+    const ComparisonScope scope(difference);
+    a->_DiffProperties(b, path, diffs);
+    if (scope.IsOutermost()) {
+        while (!difference.pending.empty()) {
+            const PendingDifference next = std::move(difference.pending.back());
+            difference.pending.pop_back();
+            next.a->_DiffProperties(next.b, next.path, diffs);
+        }
+    }
+}
+
+} // namespace Tavik

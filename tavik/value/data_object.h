@@ -1,0 +1,57 @@
+#pragma once
+
+#include "tavik/value/any.h"
+
+#include <cstddef>
+#include <new>
+
+namespace Tavik {
+
+class DataObjectType;
+
+/// A value with properties, described by a registered data object type.
+class TAVIK_API DataObject : public Any {
+public:
+    ~DataObject() override;
+
+    /// The registered type, borrowed; null before its library has been loaded by the registry.
+    virtual DataObjectType* _GetDataType() const = 0;
+
+    /// Storage on the heap is zero-filled: constructors leave required numbers, booleans and enumeration
+    /// values as they find them. Objects elsewhere have to be filled by `__autoclassinit2` before they are
+    /// constructed.
+    static void* operator new(std::size_t size);
+    static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
+
+    static void* operator new(std::size_t /*size*/, void* storage) noexcept { return storage; }
+
+    static void operator delete(void* storage) noexcept;
+    static void operator delete(void* storage, const std::nothrow_t&) noexcept;
+
+    static void operator delete(void* /*storage*/, void* /*place*/) noexcept {}
+
+protected:
+    DataObject() noexcept = default;
+    DataObject(const DataObject&) noexcept = default;
+};
+
+/// `orlin.DynamicData`: base of every data object class. Clone, equality and difference of this class itself
+/// have nothing to look at; `_DiffProperties` works from the registered type, so that a derived class without
+/// its own version of it is served as well.
+class TAVIK_API DynamicData : public DataObject {
+public:
+    DynamicData() noexcept;
+    ~DynamicData() override;
+
+    Type* _GetType() const override;
+    DynamicData* _Clone() const override;
+    bool _IsEqual(const Any* other, bool partial) const override;
+    void _DiffProperties(const Any* other, const std::string& prefix, PropertyDiffSet& diffs) const override;
+    DataObjectType* _GetDataType() const override;
+
+protected:
+    friend struct ObjectCloner;
+    DynamicData(const DynamicData&) noexcept;
+};
+
+} // namespace Tavik

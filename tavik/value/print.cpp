@@ -1,0 +1,279 @@
+#include "tavik/value/print.h"
+
+#include "pellum/system/date_time.h"
+#include "tavik/type/data_object_type.h"
+#include "tavik/type/enum_type.h"
+#include "tavik/type/version.h"
+#include "tavik/value/json_text.h"
+#include "tavik/value/mo_ref.h"
+#include "tavik/value/scalar_array.h"
+#include "tavik/value/walk.h"
+
+#include <cstring>
+#include <vector>
+
+namespace Tavik {
+
+namespace {
+
+constexpr std::string_view kRedacted = "\"***\"";
+
+class JsonPrinter final : public ValueVisitor {
+public:
+    JsonPrinter(const PrintOptions& options, std::string& out)
+        : m_options(options), m_out(out), m_walker(*this) {}
+
+    void Print(const Any* value) { m_walker.Walk(value, m_options.declaredType); }
+
+    bool HasProblem() const { return m_failed; }
+
+    const PrintProblem& GetProblem() const { return m_problem; }
+
+    bool BeginObject(
+        const DataObject& /*object*/, const DataObjectType& type, const Type* declared) override {
+        CheckVersion(type);
+        Open('{');
+        if (declared != &type) {
+            WriteKey("$type");
+            AppendQuoted(m_out, type.GetWireName());
+        }
+        return true;
+    }
+
+    void EndObject() override { Close('}'); }
+
+    bool VisitProperty(const Property& property, bool isSet) override {
+        if (!isSet || !property.IsPartOf(m_options.version)) {
+            return false;
+        }
+        WriteKey(property.GetName());
+        if (property.IsSecret() && !m_options.showSecrets) {
+            m_out += kRedacted;
+            return false;
+        }
+        return true;
+    }
+
+    bool BeginArray(const ArrayBase& array, const Type& elementType, const Type* declared) override {
+        const bool wrapped = declared == nullptr;
+        if (wrapped) {
+            OpenTyped((std::string(elementType.GetWireName()) + "[]"));
+        }
+        if (elementType.GetKind() == TypeKind::Byte) {
+            const auto& bytes = static_cast<const Array<signed char>&>(array).GetElements();
+            AppendBase64(m_out, bytes.data(), bytes.size());
+            if (wrapped) {
+                Close('}');
+            }
+            return false;
+        }
+        Open('[');
+        m_levels.back().wrapped = wrapped;
+        m_levels.back().inlined = HoldsScalars(elementType);
+        return true;
+    }
+
+    void EndArray() override {
+        const bool wrapped = m_levels.back().wrapped;
+        Close(']');
+        if (wrapped) {
+            Close('}');
+        }
+    }
+
+    void VisitElement(std::size_t /*index*/) override { Separate(); }
+
+    void VisitScalar(const Type& type, const void* value, bool boxed) override {
+        CheckVersion(type);
+        if (boxed) {
+            OpenTyped(type.GetWireName());
+            WriteScalar(type, value);
+            Close('}');
+        } else {
+            WriteScalar(type, value);
+        }
+    }
+
+    void VisitReference(const MoRef& reference, const Type* /*declared*/) override {
+        if (const Type* type = reference._GetType()) {
+            CheckVersion(*type);
+        }
+        m_out += R"({"mo": )";
+        AppendQuoted(m_out, reference.GetTypeInfo().wireName);
+        m_out += R"(, "id": )";
+        WriteText(reference.GetId());
+        m_out += '}';
+    }
+
+    void VisitNull() override {
+        m_out += "null";
+        if (m_walker.GetDepth() > 0) {
+            Report("is null, and an array has no unset elements");
+        }
+    }
+
+    void VisitUnknown() override {
+        m_out += "null";
+        Report("is of a type that no library has registered");
+    }
+
+private:
+    /// An object or array that has been opened.
+    struct Level {
+        bool empty = true;
+        bool inlined = false; ///< all on one line
+        bool wrapped = false; ///< stands inside an object that names its type
+    };
+
+    static bool HoldsScalars(const Type& type) {
+        const TypeKind kind = type.GetKind();
+        return kind != TypeKind::Data && kind != TypeKind::Fault && kind != TypeKind::Any
+            && kind != TypeKind::Managed;
+    }
+
+    void Open(char bracket) {
+        m_out += bracket;
+        m_levels.emplace_back();
+    }
+
+    void Close(char bracket) {
+        const Level level = m_levels.back();
+        m_levels.pop_back();
+        if (!level.empty && !level.inlined) {
+            NewLine();
+        }
+        m_out += bracket;
+    }
+
+    /// Opens the object that names the type of a value which can not do so itself.
+    void OpenTyped(const std::string& wireName) {
+        Open('{');
+        m_levels.back().inlined = true;
+        WriteKey("$type");
+        AppendQuoted(m_out, wireName);
+        WriteKey("value");
+    }
+
+    void NewLine() {
+        if (m_options.indent > 0) {
+            m_out += '\n';
+            m_out.append(m_levels.size() * static_cast<std::size_t>(m_options.indent), ' ');
+        }
+    }
+
+    /// What comes before a member or an element.
+    void Separate() {
+        Level& level = m_levels.back();
+        if (!level.empty) {
+            m_out += level.inlined || m_options.indent == 0 ? ", " : ",";
+        }
+        level.empty = false;
+        if (!level.inlined) {
+            NewLine();
+        }
+    }
+
+    void WriteKey(const char* name) {
+        Separate();
+        AppendQuoted(m_out, name);
+        m_out += ": ";
+    }
+
+    void WriteText(std::string_view text) {
+        if (!AppendQuoted(m_out, text)) {
+            Report("is not UTF-8 text");
+        }
+    }
+
+    template <class T>
+    static const T& As(const void* value) {
+        return *static_cast<const T*>(value);
+    }
+
+    void WriteEnum(const EnumType& type, const void* value) {
+        std::int32_t number = 0;
+        std::memcpy(&number, value, sizeof(number));
+        if (number >= 0 && static_cast<std::size_t>(number) < type.GetTags().size()) {
+            AppendQuoted(m_out, type.GetTags()[static_cast<std::size_t>(number)]);
+        } else {
+            m_out += std::to_string(number);
+            Report("holds " + std::to_string(number) + ", which is not a value of " + type.GetName());
+        }
+    }
+
+    void WriteDateTime(const Pellum::System::DateTime& value) {
+        const std::string text = value.ToString();
+        AppendQuoted(m_out, text);
+        Pellum::System::DateTime same;
+        if (!Pellum::System::DateTime::TryParse(text, same)) {
+            Report("lies outside of the years 0001 to 9999");
+        }
+    }
+
+    void WriteScalar(const Type& type, const void* value) {
+        switch (type.GetKind()) {
+        case TypeKind::Boolean: m_out += As<bool>(value) ? "true" : "false"; break;
+        case TypeKind::Byte: m_out += std::to_string(As<signed char>(value)); break;
+        case TypeKind::Int: m_out += std::to_string(As<std::int32_t>(value)); break;
+        case TypeKind::Long: m_out += std::to_string(As<std::int64_t>(value)); break;
+        case TypeKind::Float:
+            if (!AppendFloat(m_out, As<float>(value))) {
+                Report("is not a finite number");
+            }
+            break;
+        case TypeKind::String: WriteText(As<std::string>(value)); break;
+        case TypeKind::DateTime: WriteDateTime(As<Pellum::System::DateTime>(value)); break;
+        case TypeKind::Binary: {
+            const auto& bytes = As<std::vector<std::uint8_t>>(value);
+            AppendBase64(m_out, bytes.data(), bytes.size());
+            break;
+        }
+        case TypeKind::TypeName: WriteText(As<TypeName>(value).GetText()); break;
+        case TypeKind::PropertyPath: WriteText(As<PropertyPath>(value).GetText()); break;
+        case TypeKind::Enum: WriteEnum(static_cast<const EnumType&>(type), value); break;
+        default: m_out += "null"; break;
+        }
+    }
+
+    void Report(std::string what) {
+        if (!m_failed) {
+            m_failed = true;
+            m_problem = {m_walker.GetPath(), std::move(what)};
+        }
+    }
+
+    void CheckVersion(const Type& type) {
+        if (!type.IsPartOf(m_options.version)) {
+            Report(
+                std::string("is of type ") + type.GetName() + ", which version "
+                + m_options.version->GetName() + " does not have");
+        }
+    }
+
+    const PrintOptions& m_options;
+    std::string& m_out;
+    ValueWalker m_walker;
+    std::vector<Level> m_levels;
+    bool m_failed = false;
+    PrintProblem m_problem;
+};
+
+} // namespace
+
+std::string Print(const Any* value, const PrintOptions& options) {
+    std::string out;
+    JsonPrinter(options, out).Print(value);
+    return out;
+}
+
+bool TryPrint(const Any* value, const PrintOptions& options, std::string& out, PrintProblem& problem) {
+    JsonPrinter printer(options, out);
+    printer.Print(value);
+    if (printer.HasProblem()) {
+        problem = printer.GetProblem();
+        return false;
+    }
+    return true;
+}
+
+} // namespace Tavik

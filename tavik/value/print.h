@@ -1,0 +1,40 @@
+#pragma once
+
+#include "tavik/export.h"
+
+#include <string>
+
+namespace Tavik {
+
+class Any;
+class Type;
+class Version;
+
+/// How a value is written as JSON.
+struct PrintOptions {
+    bool showSecrets = false; ///< else every secret is written as "***"
+    int indent = 0;           ///< spaces a level; 0 writes one line
+    /// Leave out what this version does not have, borrowed; null writes everything.
+    const Version* version = nullptr;
+    /// Type of the place that the value stands in, borrowed; "$type" is left out where it is that one. Null
+    /// for none.
+    const Type* declaredType = nullptr;
+};
+
+/// What kept a value from being written exactly, and where.
+struct PrintProblem {
+    std::string path; ///< "source.location"; empty for the value itself
+    std::string what;
+};
+
+/// The value as JSON. Null is written as `null`. What JSON has no form for is replaced: bytes that are no
+/// UTF-8 by U+FFFD, a number that is no value of its enumeration by itself. Used for logs and people: see the
+/// codec for peers.
+TAVIK_API std::string Print(const Any* value, const PrintOptions& options = {});
+
+/// Appends the value to `out` like `Print`, but tells of the first problem, if there is one; returns whether
+/// there was none.
+TAVIK_API bool TryPrint(
+    const Any* value, const PrintOptions& options, std::string& out, PrintProblem& problem);
+
+} // namespace Tavik

@@ -1,0 +1,144 @@
+#include "tavik/value/walk.h"
+
+#include "tavik/type/data_object_type.h"
+#include "tavik/type/type_of.h"
+#include "tavik/type/type_registry.h"
+#include "tavik/value/mo_ref.h"
+#include "tavik/value/primitive.h"
+#include "tavik/value/scalar_array.h"
+
+namespace Tavik {
+
+ValueVisitor::~ValueVisitor() = default;
+
+ValueWalker::ValueWalker(ValueVisitor& visitor) : m_visitor(visitor) {}
+
+ValueWalker::~ValueWalker() = default;
+
+void ValueWalker::Walk(const Any* root, const Type* declared) {
+    TypeRegistry::Instance().Load(); // objects know their types from then on
+    m_frames.clear();
+    Enter(root, declared);
+    while (!m_frames.empty()) {
+        if (m_frames.back().object != nullptr) {
+            VisitNextProperty();
+        } else {
+            VisitNextElement();
+        }
+    }
+}
+
+void ValueWalker::Enter(const Any* value, const Type* declared) {
+    if (declared != nullptr && declared->GetKind() == TypeKind::Any) {
+        declared = nullptr;
+    }
+    if (const auto* object = dynamic_cast<const DataObject*>(value)) {
+        EnterObject(*object, declared);
+    } else if (const auto* reference = dynamic_cast<const MoRef*>(value)) {
+        m_visitor.VisitReference(*reference, declared);
+    } else if (const auto* array = dynamic_cast<const ArrayBase*>(value)) {
+        EnterArray(*array, nullptr);
+    } else if (const auto* boxed = dynamic_cast<const PrimitiveBase*>(value)) {
+        EnterBoxed(*boxed);
+    } else if (value == nullptr) {
+        m_visitor.VisitNull();
+    } else {
+        m_visitor.VisitUnknown();
+    }
+}
+
+void ValueWalker::EnterObject(const DataObject& object, const Type* declared) {
+    const DataObjectType* type = object._GetDataType();
+    if (type == nullptr) {
+        m_visitor.VisitUnknown();
+    } else if (m_visitor.BeginObject(object, *type, declared)) {
+        m_frames.push_back({&object, type, nullptr, nullptr, false, 0});
+    }
+}
+
+void ValueWalker::EnterArray(const ArrayBase& array, const Type* declaredElement) {
+    const Type* elementType = declaredElement != nullptr ? declaredElement : array._GetElementType();
+    if (elementType == nullptr) {
+        m_visitor.VisitUnknown();
+    } else if (m_visitor.BeginArray(array, *elementType, declaredElement)) {
+        const bool holdsObjects = dynamic_cast<const DataArrayBase*>(&array) != nullptr;
+        m_frames.push_back({nullptr, nullptr, &array, elementType, holdsObjects, 0});
+    }
+}
+
+void ValueWalker::EnterBoxed(const PrimitiveBase& boxed) {
+    if (const Type* type = boxed._GetType()) {
+        m_visitor.VisitScalar(*type, boxed._GetValuePointer(), true);
+    } else {
+        m_visitor.VisitUnknown();
+    }
+}
+
+void ValueWalker::VisitNextProperty() {
+    Frame& frame = m_frames.back();
+    const auto& properties = frame.type->GetProperties();
+    if (frame.next == properties.size()) {
+        m_frames.pop_back();
+        m_visitor.EndObject();
+        return;
+    }
+    const Property& property = *properties[frame.next++];
+    const DataObject* object = frame.object;
+    const Type* type = property.GetType();
+    const void* value = property.GetFieldPointer(object);
+    const bool isSet = property.IsSet(object);
+    if (!m_visitor.VisitProperty(property, isSet) || !isSet) {
+        return;
+    }
+    if (type == nullptr) {
+        m_visitor.VisitUnknown();
+    } else if (property.IsArray()) {
+        EnterArray(*static_cast<const ArrayBase*>(property.GetCounted(object)), type);
+    } else if (property.IsCounted()) {
+        Enter(static_cast<const Any*>(value), type);
+    } else {
+        m_visitor.VisitScalar(*type, value, false);
+    }
+}
+
+void ValueWalker::VisitNextElement() {
+    Frame& frame = m_frames.back();
+    if (frame.next == frame.array->GetLength()) {
+        m_frames.pop_back();
+        m_visitor.EndArray();
+        return;
+    }
+    const std::size_t index = frame.next++;
+    m_visitor.VisitElement(index);
+    if (frame.holdsObjects) {
+        Enter(static_cast<const DataArrayBase*>(frame.array)->GetElement(index), frame.elementType);
+        return;
+    }
+    const void* element = static_cast<const ScalarArrayBase*>(frame.array)->_GetElementPointer(index);
+    const TypeKind kind = frame.elementType->GetKind();
+    if (kind == TypeKind::Managed || kind == TypeKind::Any) {
+        Enter(static_cast<const Any*>(element), frame.elementType);
+    } else {
+        m_visitor.VisitScalar(*frame.elementType, element, false);
+    }
+}
+
+std::string ValueWalker::GetPath() const {
+    std::string path;
+    for (const Frame& frame : m_frames) {
+        if (frame.next == 0) {
+            break;
+        }
+        if (frame.object == nullptr) {
+            path += '[' + std::to_string(frame.next - 1) + ']';
+            continue;
+        }
+        if (!path.empty()) {
+            path += '.';
+        }
+        path += frame.type->GetProperties()[frame.next - 1]->GetName();
+    }
+    return path;
+}
+
+} // namespace Tavik

@@ -1,0 +1,93 @@
+#include "tests/support/failing_allocation.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+namespace TestSupport {
+
+namespace {
+
+std::atomic<std::ptrdiff_t> liveBlocks{0};
+thread_local int untilFailure = 0; ///< 0 when nothing is to fail
+thread_local bool hasFailed = false;
+
+void* Allocate(std::size_t size) noexcept {
+    if (untilFailure > 0 && --untilFailure == 0) {
+        hasFailed = true;
+        return nullptr;
+    }
+    void* block = std::malloc(size == 0 ? 1 : size);
+    if (block != nullptr) {
+        liveBlocks.fetch_add(1, std::memory_order_relaxed);
+    }
+    return block;
+}
+
+void* AllocateOrThrow(std::size_t size) {
+    void* block = Allocate(size);
+    if (block == nullptr) {
+        throw std::bad_alloc();
+    }
+    return block;
+}
+
+void Free(void* block) noexcept {
+    if (block != nullptr) {
+        liveBlocks.fetch_sub(1, std::memory_order_relaxed);
+    }
+    std::free(block);
+}
+
+} // namespace
+
+std::ptrdiff_t CountLiveBlocks() {
+    return liveBlocks.load(std::memory_order_relaxed);
+}
+
+FailingAllocation::FailingAllocation(int count) {
+    hasFailed = false;
+    untilFailure = count;
+}
+
+FailingAllocation::~FailingAllocation() {
+    untilFailure = 0;
+}
+
+bool FailingAllocation::HasFailed() const {
+    return hasFailed;
+}
+
+} // namespace TestSupport
+
+void* operator new(std::size_t size) {
+    return TestSupport::AllocateOrThrow(size);
+}
+
+void* operator new[](std::size_t size) {
+    return TestSupport::AllocateOrThrow(size);
+}
+
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    return TestSupport::Allocate(size);
+}
+
+void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    return TestSupport::Allocate(size);
+}
+
+void operator delete(void* block) noexcept {
+    TestSupport::Free(block);
+}
+
+void operator delete[](void* block) noexcept {
+    TestSupport::Free(block);
+}
+
+void operator delete(void* block, std::size_t /*size*/) noexcept {
+    TestSupport::Free(block);
+}
+
+void operator delete[](void* block, std::size_t /*size*/) noexcept {
+    TestSupport::Free(block);
+}

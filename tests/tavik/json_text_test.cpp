@@ -1,0 +1,73 @@
+#include "tavik/value/json_text.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <string>
+
+namespace {
+
+TEST(Utf8, IsCheckedToTheLetter) {
+    struct Case {
+        const char* text;
+        std::size_t invalid;
+    };
+
+    constexpr std::size_t kNone = std::string_view::npos;
+    for (const Case& row : {
+             Case{"", kNone},
+             {"plain", kNone},
+             {"\xC3\xBC\xE2\x82\xAC\xF0\x9F\x90\xA7", kNone},
+             {"\xED\x9F\xBF\xEE\x80\x80", kNone}, // around the surrogates
+             {"\xF4\x8F\xBF\xBF", kNone},         // the last code point
+             {"a\x80", 1},                        // continuation alone
+             {"a\xC3", 1},                        // cut off
+             {"ab\xE2\x82", 2},                   // cut off
+             {"\xC0\xAF", 0},                     // overlong
+             {"\xE0\x9F\xBF", 0},                 // overlong
+             {"\xF0\x8F\xBF\xBF", 0},             // overlong
+             {"\xED\xA0\x80", 0},                 // surrogate
+             {"\xF4\x90\x80\x80", 0},             // beyond the last code point
+             {"\xFF", 0},
+         }) {
+        SCOPED_TRACE(testing::PrintToString(std::string(row.text)));
+        EXPECT_EQ(Tavik::FindInvalidUtf8(row.text), row.invalid);
+        std::string out;
+        EXPECT_EQ(Tavik::AppendQuoted(out, row.text), row.invalid == kNone);
+        EXPECT_TRUE(Tavik::IsUtf8(out));
+    }
+    std::string out;
+    EXPECT_FALSE(Tavik::AppendQuoted(out, "a\xFFz\n\x01\x7F\"\\"));
+    EXPECT_EQ(out, "\"a\xEF\xBF\xBDz\\n\\u0001\\u007f\\\"\\\\\"");
+}
+
+TEST(Base64, RoundTrips) {
+    const std::string bytes = std::string("\0\xFF\x7F", 3) + "any bytes";
+    for (std::size_t length = 0; length <= bytes.size(); ++length) {
+        std::string text;
+        Tavik::AppendBase64(text, bytes.data(), length);
+        std::string back;
+        ASSERT_TRUE(Tavik::DecodeBase64(std::string_view(text).substr(1, text.size() - 2), back));
+        EXPECT_EQ(back, bytes.substr(0, length));
+    }
+    for (const char* wrong :
+         {"a", "ab", "abc", "a===", "====", "ab=c", "ab==abcd", "ab c", "ab-_", "abcd="}) {
+        std::string out;
+        EXPECT_FALSE(Tavik::DecodeBase64(wrong, out)) << wrong;
+    }
+}
+
+TEST(Float, IsWrittenShortAndExact) {
+    for (const float value : {0.0F, -0.0F, 0.1F, 1e-45F, std::numeric_limits<float>::max(), 16777217.0F}) {
+        std::string text;
+        EXPECT_TRUE(Tavik::AppendFloat(text, value));
+        EXPECT_EQ(std::strtof(text.c_str(), nullptr), value) << text;
+    }
+    std::string text;
+    EXPECT_FALSE(Tavik::AppendFloat(text, -std::numeric_limits<float>::infinity()));
+    EXPECT_FALSE(Tavik::AppendFloat(text, std::nanf("")));
+    EXPECT_EQ(text, "\"-Infinity\"\"NaN\"");
+}
+
+} // namespace

@@ -1,0 +1,161 @@
+#include "tests/tools/tool_runner.h"
+
+#include <gmock/gmock.h>
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace ToolTests {
+
+namespace {
+
+using testing::AllOf;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+struct Invocation {
+    std::vector<std::string> arguments;
+    int exitCode;
+    std::string out; ///< part of the output
+    std::string err; ///< part of what is said of it
+
+    friend std::ostream& operator<<(std::ostream& stream, const Invocation& invocation) {
+        for (const std::string& argument : invocation.arguments) {
+            stream << argument << ' ';
+        }
+        return stream;
+    }
+};
+
+class Commands : public testing::TestWithParam<Invocation> {};
+
+TEST_P(Commands, AnswerWithTheirExitCode) {
+    const RunResult result = RunTool(GetParam().arguments);
+    EXPECT_EQ(result.exitCode, GetParam().exitCode) << result.err;
+    EXPECT_THAT(result.out, HasSubstr(GetParam().out));
+    EXPECT_THAT(
+        result.err, GetParam().err.empty() ? testing::Matcher<std::string>(IsEmpty())
+                                           : testing::Matcher<std::string>(HasSubstr(GetParam().err)));
+    EXPECT_THAT(result.GetAll(), Not(HasSubstr("\x1b["))) << "colours where there is no terminal";
+}
+
+const std::string kRequest = Example("connection_request.json");
+const std::string kPattern = Example("pattern.json");
+const std::string kManagedVm = Example("managed_vm_request.json");
+const std::string kSession = Example("user_session.json");
+const std::string kWrongKind = Example("broken/1_wrong_kind.json");
+
+INSTANTIATE_TEST_SUITE_P(
+    Done, Commands,
+    testing::Values(
+        Invocation{{"--help"}, 0, "Exit codes", ""}, Invocation{{"check", "--help"}, 0, "Examples:", ""},
+        Invocation{
+            {"types", "--names", "livecomputer"}, 0, "morvane.ComputerSpec.LiveComputerLocation\n", ""},
+        Invocation{{"types", "--kind", "enum"}, 0, "morvane.DiagnosticManager.BundleFormat", ""},
+        Invocation{{"types", "--base", "ComputerSpec.VmLocation"}, 0, "OstrelHostedVmLocation", ""},
+        Invocation{{"describe", "MorvaneUserSession"}, 0, "types/api/core/user_session.h", ""},
+        Invocation{{"describe", "ComputerSpec.ManagedVmLocation"}, 0, "zabro.VirtualMachine  ", ""},
+        Invocation{{"versions"}, 0, "6.6, but not 6.8", ""},
+        Invocation{{"versions", "v9_0"}, 0, "morvane.ZabroConnectionSpec.sslCertificate", ""},
+        Invocation{{"versions", "--all"}, 0, "zabro.version.v8_0_0_1", ""},
+        Invocation{{"check", kRequest, kPattern, kManagedVm, kSession}, 0, "4 files, 4 ok", ""},
+        Invocation{{"check", "--version", "version1", kSession}, 0, "ok, morvane.UserSession", ""},
+        Invocation{{"diff", kRequest, kRequest}, 0, "", ""},
+        Invocation{{"match", kRequest, kPattern}, 0, "matches", ""}));
+
+INSTANTIATE_TEST_SUITE_P(
+    TheAnswerIsNo, Commands,
+    testing::Values(
+        Invocation{
+            {"check", kWrongKind}, 1, "", "1_wrong_kind.json:6:13: error: location.port: expected an int"},
+        Invocation{{"check", "--version", "6.8", kRequest}, 1, "", "error: location"},
+        Invocation{{"check", kRequest, kWrongKind}, 1, "2 files, 1 ok, 1 with problems", "error"},
+        Invocation{{"diff", kRequest, kManagedVm}, 1, "location\n", ""},
+        Invocation{{"diff", kRequest, kSession}, 1, "the whole value", ""},
+        Invocation{{"diff", "--paths", kRequest, kPattern}, 1, "location.port\nlocation.username\n", ""},
+        Invocation{
+            {"match", kPattern, kRequest}, 1, "location.password  a secret\n  - unset\n  + \"***\"", ""},
+        Invocation{{"match", "--quiet", kSession, kRequest}, 1, "", ""}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Errors, Commands,
+    testing::Values(
+        Invocation{{}, 2, "", "SUBCOMMAND"},
+        Invocation{{"chekc", kRequest}, 2, "", "did you mean \"check\"?"},
+        Invocation{{"types", "--kind", "class"}, 2, "", "morvane: error: --kind"},
+        Invocation{{"types", "--json", "--names"}, 2, "", "excludes"},
+        Invocation{{"describe", "ComputerSpek"}, 2, "", "did you mean \"morvane.ComputerSpec\"?"},
+        Invocation{
+            {"describe", "LiveComputerLocation"}, 2, "", "\"morvane.ComputerSpec.LiveComputerLocation\"?"},
+        Invocation{{"new", "DiagnosticManager"}, 2, "", "of kind managed, expected a data or fault type"},
+        Invocation{
+            {"check", "--version", "6.7", kRequest}, 2, "", "there is no version \"6.7\"; did you mean"},
+        Invocation{{"check", "--type", "UserSesion", kRequest}, 2, "", "did you mean"},
+        Invocation{
+            {"check", "/nowhere/at.all", kRequest},
+            2,
+            "2 files, 1 ok, 0 with problems, 1 not read",
+            "cannot read /nowhere/at.all"},
+        Invocation{{"check", Example("")}, 2, "", "it is a directory"},
+        Invocation{{"check", "-", "-"}, 2, "", "only once"},
+        Invocation{
+            {"convert", kWrongKind}, 2, "", "1_wrong_kind.json:6:13: error: location.port: expected an int"},
+        Invocation{{"diff", "-", "-"}, 2, "", "only once"}));
+
+TEST(Convert, WritesWhatReadsBackAsTheSameValue) {
+    for (const std::string& file : {kRequest, kManagedVm, kSession, Example("log_bundle.json")}) {
+        for (const char* layout : {"--compact", "--indent=4"}) {
+            const RunResult converted = RunTool({"convert", "--show-secrets", layout, file});
+            EXPECT_EQ(converted.exitCode, 0);
+            EXPECT_THAT(converted.err, IsEmpty());
+            const RunResult compared = RunTool({"diff", file, "-"}, converted.out);
+            EXPECT_EQ(compared.exitCode, 0) << compared.GetAll();
+        }
+    }
+}
+
+TEST(Convert, SaysWhatAnOlderVersionDoesNotHave) {
+    const RunResult converted = RunTool({"convert", "--show-secrets", "--to-version", "6.0", kRequest});
+    EXPECT_EQ(converted.exitCode, 0);
+    EXPECT_THAT(
+        converted.err, AllOf(
+                           HasSubstr("location.clientPrivateKey is left out: it came with 7.0"),
+                           HasSubstr("location.sslCertificate is left out: it came with 9.0")));
+    EXPECT_EQ(RunTool({"check", "--version", "6.0", "-"}, converted.out).exitCode, 0);
+    EXPECT_EQ(
+        RunTool({"diff", "--paths", kRequest, "-"}, converted.out).out,
+        "location.clientPrivateKey\nlocation.sslCertificate\n");
+}
+
+TEST(Colours, AreShownOnlyWhenAskedForOffTheTerminal) {
+    EXPECT_THAT(
+        RunTool({"diff", "--color", "always", kRequest, kPattern}).out, HasSubstr("\x1b[31m- 2222\x1b[0m"));
+}
+
+TEST(Completion, OffersCommandsOptionsTypesAndWords) {
+    const std::string script = RunTool({"completion", "bash"}).out;
+    const std::string folder = std::filesystem::path(MORVANE_PROGRAM).parent_path();
+    const auto complete = [&](const std::string& words) {
+        return RunProgram(
+                   "/bin/bash", {"-c", "PATH=" + folder + ":$PATH\n" + script + "COMP_WORDS=(" + words
+                                           + "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _morvane;"
+                                             " echo \"${COMPREPLY[@]}\""})
+            .out;
+    };
+    EXPECT_EQ(complete("morvane ver"), "versions\n");
+    EXPECT_EQ(complete("morvane types --k"), "--kind\n");
+    EXPECT_EQ(complete("morvane types --kind m"), "managed\n");
+    EXPECT_EQ(complete("morvane describe morvane.User"), "morvane.UserSession\n");
+    EXPECT_EQ(complete("morvane check --version 9"), "9.0\n");
+    for (const char* shell : {"zsh", "fish"}) {
+        EXPECT_THAT(
+            RunTool({"completion", shell}).out, AllOf(HasSubstr("describe"), HasSubstr("show-secrets")));
+    }
+}
+
+} // namespace
+
+} // namespace ToolTests

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "tests/support/temporary_folder.h"
+
+#include <chrono>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace ToolTests {
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+inline constexpr bool kIsSanitized = true;
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+inline constexpr bool kIsSanitized = true;
+#else
+inline constexpr bool kIsSanitized = false;
+#endif
+#else
+inline constexpr bool kIsSanitized = false;
+#endif
+
+/// How a run of a program went.
+struct RunResult {
+    int exitCode = -1; ///< minus the signal where one ended the program
+    std::string out;
+    std::string err;
+    std::chrono::milliseconds duration{};
+    long peakKiB = 0; ///< most memory that was in use
+
+    std::string GetAll() const { return out + err; }
+};
+
+/// Runs the `morvane` program of this build, with `input` as its standard input.
+RunResult RunTool(const std::vector<std::string>& arguments, std::string_view input = {});
+/// Runs any program, by its path.
+RunResult RunProgram(
+    const std::string& program, const std::vector<std::string>& arguments, std::string_view input = {});
+
+using TestSupport::TemporaryFolder;
+
+/// Path of a file below the examples.
+std::string Example(const std::string& name);
+std::string ReadFile(const std::filesystem::path& path);
+
+} // namespace ToolTests

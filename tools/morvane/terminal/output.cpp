@@ -1,0 +1,107 @@
+#include "tools/morvane/terminal/output.h"
+
+#include "pellum/error/exception.h"
+
+#include <cerrno>
+#include <charconv>
+#include <cstdlib>
+#include <system_error>
+
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <sys/ioctl.h>
+#include <unistd.h>
+#endif
+
+namespace Tool {
+
+namespace {
+
+constexpr std::size_t kUsualWidth = 80;
+
+bool IsTerminal(std::FILE* stream) {
+#ifdef _WIN32
+    return _isatty(_fileno(stream)) != 0;
+#else
+    return isatty(fileno(stream)) == 1;
+#endif
+}
+
+std::size_t FindWidth(std::FILE* stream) {
+    if (const char* columns = std::getenv("COLUMNS")) {
+        const std::string_view text = columns;
+        std::size_t width = 0;
+        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), width);
+        if (error == std::errc() && end == text.data() + text.size() && width > 0) {
+            return width;
+        }
+    }
+#ifndef _WIN32
+    winsize size{};
+    if (ioctl(fileno(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0) {
+        return size.ws_col;
+    }
+#else
+    static_cast<void>(stream);
+#endif
+    return kUsualWidth;
+}
+
+bool MayUseColours() {
+    const char* noColour = std::getenv("NO_COLOR");
+    const char* terminal = std::getenv("TERM");
+    return (noColour == nullptr || *noColour == '\0')
+        && (terminal == nullptr || std::string_view(terminal) != "dumb");
+}
+
+const char* GetMark(Style style) {
+    switch (style) {
+    case Style::Heading: return "\x1b[1m";
+    case Style::Name: return "\x1b[36m";
+    case Style::Faint: return "\x1b[2m";
+    case Style::Good: return "\x1b[32m";
+    case Style::Bad: return "\x1b[31m";
+    case Style::Caution: return "\x1b[33m";
+    case Style::Plain: break;
+    }
+    return "";
+}
+
+} // namespace
+
+Output::Output(std::FILE* stream, ColourChoice choice)
+    : m_stream(stream),
+      m_isTerminal(Tool::IsTerminal(stream)),
+      m_width(m_isTerminal ? FindWidth(stream) : kUnlimited) {
+    SetColourChoice(choice);
+}
+
+void Output::SetColourChoice(ColourChoice choice) {
+    m_hasColours =
+        choice == ColourChoice::Always || (choice == ColourChoice::Auto && m_isTerminal && MayUseColours());
+}
+
+std::string Output::Paint(Style style, std::string_view text) const {
+    if (!m_hasColours || style == Style::Plain || text.empty()) {
+        return std::string(text);
+    }
+    return GetMark(style) + std::string(text) + "\x1b[0m";
+}
+
+void Output::Write(std::string_view text) {
+    std::fwrite(text.data(), 1, text.size(), m_stream);
+}
+
+void Output::WriteLine(std::string_view text) {
+    Write(text);
+    Write("\n");
+}
+
+void Output::Flush() {
+    if (std::fflush(m_stream) != 0 || std::ferror(m_stream) != 0) {
+        throw Pellum::Exception("cannot write the output: " + std::generic_category().message(errno));
+    }
+}
+
+} // namespace Tool

@@ -1,0 +1,95 @@
+#include "tools/morvane/value/write_value.h"
+
+#include "tavik/codec/json/errors.h"
+#include "tavik/type/data_object_type.h"
+#include "tavik/value/print.h"
+#include "tavik/value/walk.h"
+
+#include <functional>
+#include <utility>
+
+namespace Tool {
+
+namespace {
+
+/// Called for every property that is set; true looks inside of its value.
+using SetPropertyVisitor =
+    std::function<bool(const Tavik::Property& property, const Tavik::ValueWalker& walker)>;
+
+class SetPropertyWalk final : public Tavik::ValueVisitor {
+public:
+    SetPropertyWalk(const Tavik::Any& value, SetPropertyVisitor visit)
+        : m_visit(std::move(visit)), m_walker(*this) {
+        m_walker.Walk(&value, nullptr);
+    }
+
+    bool BeginObject(
+        const Tavik::DataObject& /*object*/, const Tavik::DataObjectType& /*type*/,
+        const Tavik::Type* /*declared*/) override {
+        return true;
+    }
+
+    bool VisitProperty(const Tavik::Property& property, bool isSet) override {
+        return isSet && m_visit(property, m_walker);
+    }
+
+    bool BeginArray(
+        const Tavik::ArrayBase& /*array*/, const Tavik::Type& elementType,
+        const Tavik::Type* /*declared*/) override {
+        return elementType.GetKind() >= Tavik::TypeKind::Any; // nothing inside of scalars
+    }
+
+    void EndObject() override {}
+
+    void EndArray() override {}
+
+    void VisitElement(std::size_t /*index*/) override {}
+
+    void VisitScalar(const Tavik::Type& /*type*/, const void* /*value*/, bool /*boxed*/) override {}
+
+    void VisitReference(const Tavik::MoRef& /*reference*/, const Tavik::Type* /*declared*/) override {}
+
+    void VisitNull() override {}
+
+    void VisitUnknown() override {}
+
+private:
+    SetPropertyVisitor m_visit;
+    Tavik::ValueWalker m_walker;
+};
+
+} // namespace
+
+std::string WriteValue(const Tavik::Any& value, const Tavik::Version* version, int indent, bool showSecrets) {
+    const Tavik::PrintOptions options{
+        .showSecrets = showSecrets, .indent = indent, .version = version, .declaredType = nullptr};
+    std::string text;
+    Tavik::PrintProblem problem;
+    if (!Tavik::TryPrint(&value, options, text, problem)) {
+        throw Tavik::Json::EncodeError(problem.path, problem.what);
+    }
+    return text;
+}
+
+std::vector<SetProperty> FindVanishing(const Tavik::Any& value, const Tavik::Version& version) {
+    std::vector<SetProperty> vanishing;
+    SetPropertyWalk(value, [&](const Tavik::Property& property, const Tavik::ValueWalker& walker) {
+        const bool stays = property.IsPartOf(&version);
+        if (!stays) {
+            vanishing.push_back({walker.GetPath(), property.GetVersion()});
+        }
+        return stays;
+    });
+    return vanishing;
+}
+
+std::size_t CountSecrets(const Tavik::Any& value) {
+    std::size_t count = 0;
+    SetPropertyWalk(value, [&count](const Tavik::Property& property, const Tavik::ValueWalker& /*walker*/) {
+        count += property.IsSecret() ? 1 : 0;
+        return !property.IsSecret();
+    });
+    return count;
+}
+
+} // namespace Tool

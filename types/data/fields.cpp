@@ -1,0 +1,109 @@
+#include "types/data/fields.h"
+
+#include "pellum/error/fail_fast.h"
+#include "tavik/value/compare.h"
+#include "tavik/value/property_diff_set.h"
+
+namespace Morvane::Support {
+
+namespace {
+
+const void* At(const void* object, const Field& field) {
+    return static_cast<const char*>(object) + field.offset;
+}
+
+void* At(void* object, const Field& field) {
+    return static_cast<char*>(object) + field.offset;
+}
+
+const Field& Checked(const FieldTable& table, int index) {
+    if (index < 0 || index >= table.count) {
+        Pellum::FailFast(Pellum::kBadPropertyIndex);
+    }
+    return table.fields[index];
+}
+
+} // namespace
+
+void CopyFields(const FieldTable& table, void* target, const void* source) {
+    for (int i = 0; i < table.count; ++i) {
+        const Field& field = table.fields[i];
+        field.storage->copy(At(target, field), At(source, field));
+    }
+}
+
+bool AreFieldsEqual(const FieldTable& table, const void* a, const void* b, bool partial) {
+    for (int i = 0; i < table.count; ++i) {
+        const Field& field = table.fields[i];
+        const Tavik::PropertyDescriptor& property = table.properties[i];
+        const void* mine = At(a, field);
+        const void* others = At(b, field);
+        if (field.storage->equal == nullptr) {
+            if (!Tavik::AreEqualAnysInt(
+                    Tavik::LoadRef(mine), Tavik::LoadRef(others), property.flags, partial)) {
+                return false;
+            }
+        } else if (
+            !field.storage->equal(mine, others)
+            && !(partial && property.IsOptional() && !field.storage->isSet(others))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void DiffFields(
+    const FieldTable& table, const void* a, const void* b, const std::string& prefix,
+    Tavik::PropertyDiffSet& diffs) {
+    for (int i = 0; i < table.count; ++i) {
+        const Field& field = table.fields[i];
+        const void* mine = At(a, field);
+        const void* others = At(b, field);
+        if (field.storage->equal == nullptr) {
+            Tavik::DiffAnyPropertiesInt(
+                Tavik::LoadRef(mine), Tavik::LoadRef(others), prefix, field.suffix, table.properties[i].flags,
+                diffs);
+        } else if (!field.storage->equal(mine, others)) {
+            diffs.Add(prefix + field.suffix);
+        }
+    }
+}
+
+void* GetField(const FieldTable& table, const void* object, int index, void* out) {
+    const Field& field = Checked(table, index);
+    field.storage->get(At(object, field), out);
+    return out;
+}
+
+const void* GetFieldPointer(const FieldTable& table, const void* object, int index) {
+    const Field& field = Checked(table, index);
+    return field.storage->pointer(At(object, field));
+}
+
+void SetField(const FieldTable& table, void* object, int index, const void* in) {
+    const Field& field = Checked(table, index);
+    field.storage->set(At(object, field), in, field.check);
+}
+
+void SwapField(const FieldTable& table, void* object, int index, void* other) {
+    const Field& field = Checked(table, index);
+    field.storage->swap(At(object, field), other);
+}
+
+bool IsFieldSet(const FieldTable& table, const void* object, int index) {
+    if (index < 0 || index >= table.count) {
+        return true;
+    }
+    const Field& field = table.fields[index];
+    return field.storage->isSet(At(object, field));
+}
+
+void ResetField(const FieldTable& table, void* object, int index) {
+    const Field& field = Checked(table, index);
+    if (!table.properties[index].IsOptional()) {
+        Pellum::FailFast(Pellum::kBadPropertyIndex);
+    }
+    field.storage->reset(At(object, field));
+}
+
+} // namespace Morvane::Support

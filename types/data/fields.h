@@ -1,0 +1,74 @@
+#pragma once
+
+#include "tavik/descriptor/records.h"
+#include "tavik/value/cast.h"
+#include "types/data/storage.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace Tavik {
+class PropertyDiffSet;
+}
+
+/// The field table of a data class and what works from it: copying, equality, difference, and access by
+/// index.
+namespace Morvane::Support {
+
+/// One property of a class: where and in what form the object holds it. The descriptor row of the same index
+/// says the rest.
+struct Field {
+    const StorageOps* storage;
+    ClassCheck check;   ///< for references, else null
+    const char* suffix; ///< the property's name behind a full stop
+    std::uint32_t offset;
+};
+
+/// The own properties of a class, in descriptor order.
+struct FieldTable {
+    const Field* fields;
+    const Tavik::PropertyDescriptor* properties;
+    int count;
+};
+
+template <class T>
+void CheckClass(Tavik::Any* value) {
+    static_cast<void>(Tavik::CastReference<T>(value));
+}
+
+/// Describes a member of type `Member` at `offset`.
+template <class Member>
+struct FieldOf {
+    static constexpr Field Make(std::size_t offset, const char* suffix) {
+        return {&StorageOf<Member>::Ops::kOps, nullptr, suffix, static_cast<std::uint32_t>(offset)};
+    }
+};
+
+template <class T>
+struct FieldOf<Pellum::Ref<T>> {
+    static constexpr Field Make(std::size_t offset, const char* suffix) {
+        return {
+            &StorageOf<Pellum::Ref<T>>::Ops::kOps, &CheckClass<T>, suffix,
+            static_cast<std::uint32_t>(offset)};
+    }
+};
+
+/// Deep-copies the fields of `source` into those of `target`, which are default-constructed.
+void CopyFields(const FieldTable& table, void* target, const void* source);
+/// Whether all fields are equal; with `partial`, optional fields that are unset in `b` match anything.
+bool AreFieldsEqual(const FieldTable& table, const void* a, const void* b, bool partial);
+/// Adds the paths of the fields that differ.
+void DiffFields(
+    const FieldTable& table, const void* a, const void* b, const std::string& prefix,
+    Tavik::PropertyDiffSet& diffs);
+
+/// The field functions of `DataTypeInfo`, for a class with that table. A bad index is a fail-fast trap.
+void* GetField(const FieldTable& table, const void* object, int index, void* out);
+const void* GetFieldPointer(const FieldTable& table, const void* object, int index);
+void SetField(const FieldTable& table, void* object, int index, const void* in);
+void SwapField(const FieldTable& table, void* object, int index, void* other);
+bool IsFieldSet(const FieldTable& table, const void* object, int index);
+void ResetField(const FieldTable& table, void* object, int index);
+
+} // namespace Morvane::Support
