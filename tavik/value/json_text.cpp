@@ -1,5 +1,6 @@
 #include "tavik/value/json_text.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -38,6 +39,15 @@ std::size_t SequenceLength(std::string_view text) {
     return 0;
 }
 
+/// Appends a character of the basic plane as "\u...".
+void AppendUnicodeEscape(std::string& out, std::uint32_t character) {
+    constexpr std::string_view digits = "0123456789abcdef";
+    out += "\\u";
+    for (const unsigned shift : {12U, 8U, 4U, 0U}) {
+        out += digits[(character >> shift) & 0xFU];
+    }
+}
+
 void AppendEscaped(std::string& out, char c) {
     switch (c) {
     case '"': out += "\\\""; break;
@@ -46,13 +56,26 @@ void AppendEscaped(std::string& out, char c) {
     case '\r': out += "\\r"; break;
     case '\t': out += "\\t"; break;
     default: {
-        constexpr std::string_view digits = "0123456789abcdef";
-        const auto byte = static_cast<unsigned char>(c);
-        out += "\\u00";
-        out += digits[byte >> 4U];
-        out += digits[byte & 0xFU];
+        AppendUnicodeEscape(out, static_cast<unsigned char>(c));
     }
     }
+}
+
+/// Characters beyond ASCII that would steer a terminal or turn the direction of what is shown: the C1
+/// controls and the marks of bidirectional text. `sequence` is one well-formed UTF-8 sequence of two or more
+/// bytes.
+std::uint32_t SteeringCharacter(std::string_view sequence) {
+    const auto bits = [&](std::size_t i) { return static_cast<unsigned char>(sequence[i]) & 0x3FU; };
+    std::uint32_t character = 0;
+    if (sequence.size() == 2) {
+        character = ((static_cast<unsigned char>(sequence[0]) & 0x1FU) << 6U) | bits(1);
+    } else if (sequence.size() == 3) {
+        character = ((static_cast<unsigned char>(sequence[0]) & 0xFU) << 12U) | (bits(1) << 6U) | bits(2);
+    }
+    const bool steers = character <= 0x9F || character == 0x61C || character == 0x200E || character == 0x200F
+                     || (character >= 0x202A && character <= 0x202E)
+                     || (character >= 0x2066 && character <= 0x2069);
+    return steers ? character : 0;
 }
 
 bool NeedsEscape(char c) {
@@ -86,18 +109,22 @@ bool AppendQuoted(std::string& out, std::string_view text) {
             continue;
         }
         const std::size_t length = SequenceLength(text.substr(i));
-        if (length > 1) {
+        const std::uint32_t steering = length > 1 ? SteeringCharacter(text.substr(i, length)) : 0;
+        if (length > 1 && steering == 0) {
             i += length;
             continue;
         }
         out.append(text, copied, i - copied);
-        if (length == 1) {
+        if (steering != 0) {
+            AppendUnicodeEscape(out, steering);
+        } else if (length == 1) {
             AppendEscaped(out, c);
         } else {
             out += kReplacement;
             wellFormed = false;
         }
-        copied = ++i;
+        i += std::max<std::size_t>(length, 1);
+        copied = i;
     }
     out.append(text, copied);
     out += '"';

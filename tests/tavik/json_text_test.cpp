@@ -42,6 +42,14 @@ TEST(Utf8, IsCheckedToTheLetter) {
     EXPECT_EQ(out, "\"a\xEF\xBF\xBDz\\n\\u0001\\u007f\\\"\\\\\"");
 }
 
+TEST(Quoted, LetsNothingSteerTheTerminal) {
+    std::string out;
+    EXPECT_TRUE(Tavik::AppendQuoted(
+        out, "a\xC2\x9B"
+             "31m\xE2\x80\xAE\xD8\x9C\xE2\x81\xA6 \xC2\xA0\xE2\x82\xAC\xF0\x9F\x90\xA7"));
+    EXPECT_EQ(out, "\"a\\u009b31m\\u202e\\u061c\\u2066 \xC2\xA0\xE2\x82\xAC\xF0\x9F\x90\xA7\"");
+}
+
 TEST(Base64, RoundTrips) {
     const std::string bytes = std::string("\0\xFF\x7F", 3) + "any bytes";
     for (std::size_t length = 0; length <= bytes.size(); ++length) {

@@ -34,7 +34,7 @@ ExitCode RunConvert(const ConvertOptions& options, Console& console) {
             Warn(console, property.path + " is left out: it came with " + GetFullName(property.version));
         }
     }
-    const std::size_t secrets = options.showSecrets ? 0 : CountSecrets(*value);
+    const std::size_t secrets = options.showSecrets ? 0 : CountSecrets(*value, version);
     if (secrets > 0) {
         Warn(
             console, std::to_string(secrets) + (secrets == 1 ? " secret is" : " secrets are")

@@ -95,6 +95,9 @@ ExitCode RunTypes(const TypesOptions& options, Console& console) {
                  {type->GetName(), Style::Name}});
         }
     }
+    if (count == 0) {
+        console.err.WriteLine("morvane: no type matches");
+    }
     if (!table.IsEmpty()) {
         table.Print(console.out);
     }

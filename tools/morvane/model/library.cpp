@@ -115,7 +115,8 @@ const Tavik::Version* FindVersion(const std::string& name) {
         known.insert(known.end(), names.begin(), names.end());
     }
     throw Pellum::Exception(
-        "there is no version \"" + name + '"' + DidYouMean(Pellum::FindNearName(name, known)));
+        "there is no version \"" + name + '"' + DidYouMean(Pellum::FindNearName(name, known))
+        + "; \"morvane versions\" lists them");
 }
 
 } // namespace Tool

@@ -83,11 +83,12 @@ std::vector<SetProperty> FindVanishing(const Tavik::Any& value, const Tavik::Ver
     return vanishing;
 }
 
-std::size_t CountSecrets(const Tavik::Any& value) {
+std::size_t CountSecrets(const Tavik::Any& value, const Tavik::Version* version) {
     std::size_t count = 0;
-    SetPropertyWalk(value, [&count](const Tavik::Property& property, const Tavik::ValueWalker& /*walker*/) {
-        count += property.IsSecret() ? 1 : 0;
-        return !property.IsSecret();
+    SetPropertyWalk(value, [&](const Tavik::Property& property, const Tavik::ValueWalker& /*walker*/) {
+        const bool stays = property.IsPartOf(version);
+        count += stays && property.IsSecret() ? 1 : 0;
+        return stays && !property.IsSecret();
     });
     return count;
 }

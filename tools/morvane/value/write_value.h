@@ -22,7 +22,7 @@ struct SetProperty {
 /// The set properties that `version` does not have: what `WriteValue` leaves out for it. Those inside of one
 /// that is left out are not listed.
 std::vector<SetProperty> FindVanishing(const Tavik::Any& value, const Tavik::Version& version);
-/// Number of secrets that are set in the value.
-std::size_t CountSecrets(const Tavik::Any& value);
+/// Number of secrets that are set in the value and that `version` (null for no restriction) has.
+std::size_t CountSecrets(const Tavik::Any& value, const Tavik::Version* version = nullptr);
 
 } // namespace Tool
