@@ -40,7 +40,7 @@ Pellum::Ref<Morvane::ComputerSpec> MakeRequest() {
     location->SetVerifyPeer(true);
     location->SetSslThumbprint("0F:1E:2D:3C:4B:5A:69:78:87:96:A5:B4:C3:D2:E1:F0:0F:1E:2D:3C");
     location->SetSslCertificate(std::string(1200, 'M'));
-    const auto request = Pellum::MakeRef<Morvane::ComputerSpec>();
+    auto request = Pellum::MakeRef<Morvane::ComputerSpec>();
     request->SetLocation(location.Get());
     return request;
 }

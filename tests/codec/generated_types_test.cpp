@@ -8,6 +8,8 @@ namespace {
 
 using namespace Tavik;
 
+// NOLINTBEGIN(bugprone-suspicious-missing-comma): long documents are written on several lines.
+
 /// Objects of generated classes with properties of every kind, as `Encode` writes them.
 constexpr std::string_view kDocuments[] = {
     R"({"$type": "SampleRequiredKinds", "stringValue": "", "intValue": 0, "longValue": -1, )"
@@ -34,6 +36,8 @@ constexpr std::string_view kDocuments[] = {
 
     R"({"$type": "SampleNode", "n": {"n": {"label": "x"}}, "children": [{}, {"any": {"$type": "SampleEmpty"}}]})",
 };
+
+// NOLINTEND(bugprone-suspicious-missing-comma)
 
 TEST(GeneratedTypesTest, SurviveEncodingAndDecoding) {
     for (const std::string_view document : kDocuments) {

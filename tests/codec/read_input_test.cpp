@@ -24,7 +24,7 @@ TEST(ReadInputTest, ReadsUpToTheLimitAndTellsWhatIsInTheWay) {
     const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "codec_read_input";
     std::filesystem::create_directories(folder);
     const std::string file = (folder / "input.json").string();
-    const std::string content = std::string(200'000, 'x') + "\r\n\x1A\0end";
+    const std::string content = std::string(200'000, 'x') + "\r\n\x1A" + '\0' + "end";
     std::ofstream(file, std::ios::binary) << content;
 
     EXPECT_EQ(ReadInput(file, content.size()), content);

@@ -8,7 +8,7 @@ namespace TestSupport {
 
 namespace {
 
-constexpr std::size_t kStackSize = 256 * 1024;
+constexpr std::size_t kStackSize = std::size_t{256} * 1024;
 
 void* Run(void* run) {
     (*static_cast<const std::function<void()>*>(run))();

@@ -113,7 +113,7 @@ TEST(Registry, ReportsClashesAndKeepsTheFirst) {
             {Row(&Tavik::gIntTypeInfo, 0, "p"), Row(&Tavik::gStringTypeInfo, Tavik::kOptionalFlag, "q")});
     };
     const auto addData = [](Tavik::TypeInfo type, const TypeInfo* base,
-                            std::vector<Tavik::PropertyDescriptor> rows) {
+                            const std::vector<Tavik::PropertyDescriptor>& rows) {
         return [=](HandMadeLibrary& library) { library.AddData(type, base, rows); };
     };
     const TypeInfo* root = &Tavik::gOrlinDynamicDataTypeInfo;

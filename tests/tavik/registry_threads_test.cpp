@@ -21,6 +21,7 @@ constexpr int kThreads = 8;
 void OnThreads(const std::function<void()>& run) {
     std::atomic<int> ready{0};
     std::vector<std::thread> threads;
+    threads.reserve(kThreads);
     for (int i = 0; i < kThreads; ++i) {
         threads.emplace_back([&] {
             ++ready;

@@ -280,10 +280,11 @@ TEST(FieldFunctions, OfALocation) {
     const std::int32_t number = 902;
     record.set(location.Get(), port, &number);
     std::int32_t stored[2] = {};
-    std::memcpy(&stored, &location->GetPort(), sizeof(stored));
+    const void* bytes = &location->GetPort();
+    std::memcpy(&stored, bytes, sizeof(stored));
     EXPECT_EQ(stored[0], 902);
     record.reset(location.Get(), port);
-    std::memcpy(&stored, &location->GetPort(), 5);
+    std::memcpy(&stored, bytes, 5);
     EXPECT_EQ(stored[0], 902);
     EXPECT_EQ(stored[1] & 0xFF, 0);
 

@@ -34,6 +34,8 @@ struct ClassTraits;
 /// there is none, also through a const object: two threads that read one object must use `Peek`. No accessor
 /// checks anything or throws, but for lack of memory.
 
+// NOLINTBEGIN(bugprone-macro-parentheses): a class name in declarations takes none.
+
 /// What every fault class has beside its accessors.
 ///
 /// The default constructor leaves required numbers, booleans and enumeration values as the storage held them:
@@ -65,3 +67,5 @@ public:
     TYPES_FAULT_OBJECT(Class)                                                                                \
     void _DiffProperties(const Tavik::Any* other, const std::string& prefix, Tavik::PropertyDiffSet& diffs)  \
         const override;
+
+// NOLINTEND(bugprone-macro-parentheses)

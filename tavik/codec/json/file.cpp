@@ -32,7 +32,7 @@ struct CloseFile {
 
 std::string ReadAll(std::FILE* file, const std::string& name, std::size_t limit) {
     std::string content;
-    std::array<char, 64U * 1024> buffer{};
+    std::array<char, std::size_t{64} * 1024> buffer{};
     while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), file)) {
         if (count > limit - content.size()) {
             Fail(name, "it is longer than the limit of " + std::to_string(limit) + " bytes");

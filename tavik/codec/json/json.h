@@ -47,9 +47,9 @@ TAVIK_JSON_API std::string Encode(const Any* value, const EncodeOptions& options
 
 /// What a text may at most ask for.
 struct DecodeLimits {
-    std::size_t depth = 64;                     ///< objects and arrays inside each other; at most `kMaxDepth`
-    std::size_t inputBytes = 16U * 1024 * 1024; ///< length of the whole text
-    std::size_t values = 1'000'000;             ///< the value itself, every member and every element
+    std::size_t depth = 64; ///< objects and arrays inside each other; at most `kMaxDepth`
+    std::size_t inputBytes = std::size_t{16} * 1024 * 1024; ///< length of the whole text
+    std::size_t values = 1'000'000; ///< the value itself, every member and every element
 };
 
 struct DecodeOptions {

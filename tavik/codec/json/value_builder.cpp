@@ -262,7 +262,7 @@ void ValueBuilder::ReadTypeMember(std::string_view wireName) {
     }
 }
 
-void ValueBuilder::StartObject(Frame& frame, const Type& type) {
+void ValueBuilder::StartObject(Frame& frame, const Type& type) const {
     CheckVersion(type, m_options.version);
     frame.kind = FrameKind::Object;
     frame.type = static_cast<const DataObjectType*>(&type);
@@ -352,7 +352,7 @@ void ValueBuilder::ReferenceKey(Frame& frame, std::string_view name) {
     }
 }
 
-void ValueBuilder::ReferenceMember(Frame& frame, const Token& token) {
+void ValueBuilder::ReferenceMember(Frame& frame, const Token& token) const {
     if (token.kind != Token::Kind::String) {
         throw Refusal{kExpectedString};
     }

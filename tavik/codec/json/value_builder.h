@@ -91,12 +91,12 @@ private:
 
     void DecideOpened(std::string_view firstKey);
     void ReadTypeMember(std::string_view wireName);
-    void StartObject(Frame& frame, const Type& type);
+    void StartObject(Frame& frame, const Type& type) const;
     void StartArray(const Place& place);
     void ObjectKey(Frame& frame, std::string_view name);
     void BoxKey(Frame& frame, std::string_view name);
     void ReferenceKey(Frame& frame, std::string_view name);
-    void ReferenceMember(Frame& frame, const Token& token);
+    void ReferenceMember(Frame& frame, const Token& token) const;
     void CheckRequired(const Frame& frame) const;
     Pellum::Ref<Any> Finish(Frame& frame);
 

@@ -36,6 +36,7 @@ std::string FindNearType(const std::string& name) {
         fullNames[known] = known;
     }
     std::vector<std::string> candidates;
+    candidates.reserve(fullNames.size());
     for (const auto& [shortName, fullName] : fullNames) {
         candidates.push_back(shortName);
     }

@@ -37,6 +37,7 @@ std::vector<Difference> FindDifferences(const Tavik::Any& first, const Tavik::An
     auto inFirst = FindPlaces(first, paths, showSecrets);
     auto inSecond = FindPlaces(second, paths, showSecrets);
     std::vector<Difference> differences;
+    differences.reserve(paths.size());
     for (const std::string& path : paths) {
         differences.push_back({path, std::move(inFirst[path]), std::move(inSecond[path])});
     }
@@ -46,6 +47,7 @@ std::vector<Difference> FindDifferences(const Tavik::Any& first, const Tavik::An
 std::vector<Difference> FindMismatches(const Tavik::Any& value, const Tavik::Any& pattern, bool showSecrets) {
     std::vector<Difference> mismatches = FindDifferences(value, pattern, showSecrets);
     std::vector<std::string> properties;
+    properties.reserve(mismatches.size());
     for (const Difference& difference : mismatches) {
         properties.push_back(StripIndex(difference.path));
     }

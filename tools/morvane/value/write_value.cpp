@@ -18,10 +18,9 @@ using SetPropertyVisitor =
 
 class SetPropertyWalk final : public Tavik::ValueVisitor {
 public:
-    SetPropertyWalk(const Tavik::Any& value, SetPropertyVisitor visit)
-        : m_visit(std::move(visit)), m_walker(*this) {
-        m_walker.Walk(&value, nullptr);
-    }
+    explicit SetPropertyWalk(SetPropertyVisitor visit) : m_visit(std::move(visit)), m_walker(*this) {}
+
+    void Walk(const Tavik::Any& value) { m_walker.Walk(&value, nullptr); }
 
     bool BeginObject(
         const Tavik::DataObject& /*object*/, const Tavik::DataObjectType& /*type*/,
@@ -73,23 +72,25 @@ std::string WriteValue(const Tavik::Any& value, const Tavik::Version* version, i
 
 std::vector<SetProperty> FindVanishing(const Tavik::Any& value, const Tavik::Version& version) {
     std::vector<SetProperty> vanishing;
-    SetPropertyWalk(value, [&](const Tavik::Property& property, const Tavik::ValueWalker& walker) {
+    SetPropertyWalk walk([&](const Tavik::Property& property, const Tavik::ValueWalker& walker) {
         const bool stays = property.IsPartOf(&version);
         if (!stays) {
             vanishing.push_back({walker.GetPath(), property.GetVersion()});
         }
         return stays;
     });
+    walk.Walk(value);
     return vanishing;
 }
 
 std::size_t CountSecrets(const Tavik::Any& value, const Tavik::Version* version) {
     std::size_t count = 0;
-    SetPropertyWalk(value, [&](const Tavik::Property& property, const Tavik::ValueWalker& /*walker*/) {
+    SetPropertyWalk walk([&](const Tavik::Property& property, const Tavik::ValueWalker& /*walker*/) {
         const bool stays = property.IsPartOf(version);
         count += stays && property.IsSecret() ? 1 : 0;
         return stays && !property.IsSecret();
     });
+    walk.Walk(value);
     return count;
 }
 
