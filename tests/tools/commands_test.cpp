@@ -128,6 +128,14 @@ TEST(Convert, SaysWhatAnOlderVersionDoesNotHave) {
     EXPECT_EQ(
         RunTool({"diff", "--paths", kRequest, "-"}, converted.out).out,
         "location.clientPrivateKey\nlocation.sslCertificate\n");
+    // Of the two secrets one is left out, and not counted as hidden.
+    EXPECT_THAT(RunTool({"convert", "--to-version", "6.0", kRequest}).err, HasSubstr("1 secret is written"));
+}
+
+TEST(Types, SaysWhenNoneMatches) {
+    const RunResult none = RunTool({"types", "zzz"});
+    EXPECT_THAT(none.out, IsEmpty());
+    EXPECT_THAT(none.err, HasSubstr("no type matches"));
 }
 
 TEST(Colours, AreShownOnlyWhenAskedForOffTheTerminal) {

@@ -115,9 +115,10 @@ const Tavik::Version* FindVersion(const std::string& name) {
         }
         known.insert(known.end(), names.begin(), names.end());
     }
+    const std::string near = Pellum::FindNearName(name, known);
     throw Pellum::Exception(
-        "there is no version \"" + name + '"' + DidYouMean(Pellum::FindNearName(name, known))
-        + "; \"morvane versions\" lists them");
+        "there is no version \"" + name + '"'
+        + (near.empty() ? "; \"morvane versions\" lists them" : DidYouMean(near)));
 }
 
 } // namespace Tool
