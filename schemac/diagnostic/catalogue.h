@@ -64,6 +64,11 @@ inline constexpr Message<Name> kResultSinceWithoutResult{
 inline constexpr Message<Name> kMissingDoc{
     313, "type '{}' needs a line of documentation ('/// ...') before it"};
 inline constexpr Message<> kArrayOfBoolean{314, "there are no arrays of boolean"};
+inline constexpr Message<Name, Text> kNotAnOwnEnum{
+    315, "'order enum' takes enumerations of this library, and '{}' is {}"};
+inline constexpr Message<Name> kOrderedTwice{316, "enumeration '{}' has a place in the order already"};
+inline constexpr Message<Name> kNotOrdered{317, "enumeration '{}' has no place in the order"};
+inline constexpr Message<> kSecondOrder{318, "the order of the enumerations is given twice"};
 
 // Names in generated code
 inline constexpr Message<Text, Name> kNotUpperCase{401, "{} name '{}' must begin with an upper-case letter"};
@@ -89,5 +94,6 @@ inline constexpr Message<> kFirstDeclaredHere{0, "first declared here"};
 inline constexpr Message<Name> kDeclaredHere{0, "'{}' is declared here"};
 inline constexpr Message<> kFirstWrittenHere{0, "first written here"};
 inline constexpr Message<> kOpenedHere{0, "opened here"};
+inline constexpr Message<> kOrderedHere{0, "the order is given here"};
 
 } // namespace Schemac::Diagnostics

@@ -121,6 +121,7 @@ SourceFile& ModuleBuilder::AddFile() {
 
 std::unique_ptr<const Module> ModuleBuilder::Finish() {
     Module& module = *m_module;
+    const bool hasEnumOrder = !module.m_enumTypes.empty();
     ImportCollector imports(module.m_importedTypes);
     for (const std::unique_ptr<Type>& type : module.m_ownedTypes) {
         type->nested = BaseFirst(type->nested);
@@ -141,7 +142,7 @@ std::unique_ptr<const Module> ModuleBuilder::Finish() {
                     imports.Use(fault);
                 });
             }
-        } else if (const EnumType* enumeration = type->AsEnum()) {
+        } else if (const EnumType* enumeration = hasEnumOrder ? nullptr : type->AsEnum()) {
             module.m_enumTypes.push_back(enumeration);
         }
     }

@@ -33,7 +33,7 @@ public:
     /// Data and fault types in slot order: schema order, but a base before what derives from it.
     const std::vector<const DataType*>& DataTypes() const { return m_dataTypes; }
 
-    /// Enumerations in slot order: schema order.
+    /// Enumerations in slot order: the order that the schema gives, else schema order.
     const std::vector<const EnumType*>& EnumTypes() const { return m_enumTypes; }
 
     /// Managed types in slot order: schema order, but a base before what derives from it.

@@ -28,6 +28,9 @@ public:
     Version& AddVersion();
     SourceFile& AddFile();
 
+    /// The enumerations in slot order: all of the library's own, each once. Schema order unless it is called.
+    void SetEnumOrder(std::vector<const EnumType*> order) { m_module->m_enumTypes = std::move(order); }
+
     /// All types so far, built-in ones first.
     const std::vector<std::unique_ptr<Type>>& Types() const { return m_module->m_ownedTypes; }
 

@@ -202,8 +202,8 @@ private:
         if (Ahead(1).kind == TokenKind::Colon) {
             return m_hasBareProperties;
         }
-        const bool keyword =
-            IsWord("property") || IsWord("method") || IsWord("namespace") || IsWord("version");
+        const bool keyword = IsWord("property") || IsWord("method") || IsWord("namespace")
+                          || IsWord("version") || IsWord("order");
         return IsTypeStart() || (keyword && Ahead(1).kind == TokenKind::Name);
     }
 
@@ -257,13 +257,15 @@ private:
             if (NamespaceBlock* block = RequireNamespace(version.name)) {
                 block->versions.push_back(std::move(version));
             }
+        } else if (IsWord("order")) {
+            ParseEnumOrder();
         } else if (IsTypeStart()) {
             std::unique_ptr<TypeDecl> type = ParseType(1);
             if (NamespaceBlock* block = RequireNamespace(type->name)) {
                 block->types.push_back(std::move(type));
             }
         } else {
-            Fail("'namespace', 'version', 'data', 'fault', 'enum' or 'managed'");
+            Fail("'namespace', 'version', 'order', 'data', 'fault', 'enum' or 'managed'");
         }
     }
 
@@ -301,6 +303,21 @@ private:
         }
         ExpectEnd("';' after the version");
         return version;
+    }
+
+    void ParseEnumOrder() {
+        Syntax::OrderDecl order;
+        order.span = Advance().span;
+        if (!AcceptWord("enum")) {
+            Fail("'enum' after 'order'");
+        }
+        do {
+            order.names.push_back(ParseQualifiedName("the name of an enumeration"));
+        } while (Accept(TokenKind::Comma));
+        ExpectEnd("',' or ';' after the enumeration");
+        if (NamespaceBlock* block = RequireNamespace({"order", order.span})) {
+            block->enumOrders.push_back(std::move(order));
+        }
     }
 
     // ---- Types ----

@@ -80,10 +80,17 @@ struct VersionDecl {
     std::vector<QualifiedName> includes;
 };
 
+/// `order enum A, B;`
+struct OrderDecl {
+    Span span;
+    std::vector<QualifiedName> names;
+};
+
 /// A `namespace` line and what it counts for.
 struct NamespaceBlock {
     QualifiedName name;
     std::vector<VersionDecl> versions;
+    std::vector<OrderDecl> enumOrders;
     std::vector<std::unique_ptr<TypeDecl>> types;
 };
 

@@ -14,9 +14,11 @@ struct Step {
 };
 
 constexpr Step kSteps[] = {
-    {DeclareVersions, Runs::Always},    {DeclareTypes, Runs::Always}, {ResolveIncludes, Runs::Always},
-    {BreakVersionCycles, Runs::Always}, {ResolveBases, Runs::Always}, {BreakInheritanceCycles, Runs::Always},
-    {ResolveMembers, Runs::Always},     {ApplyRules, Runs::Always},   {CheckHeaders, Runs::WithoutErrors},
+    {DeclareVersions, Runs::Always}, {DeclareTypes, Runs::Always},
+    {ResolveIncludes, Runs::Always}, {BreakVersionCycles, Runs::Always},
+    {ResolveBases, Runs::Always},    {BreakInheritanceCycles, Runs::Always},
+    {ResolveMembers, Runs::Always},  {ResolveEnumOrder, Runs::Always},
+    {ApplyRules, Runs::Always},      {CheckHeaders, Runs::WithoutErrors},
 };
 
 } // namespace

@@ -48,7 +48,10 @@ void CheckMemberNames(Program& program, const TypeEntry& entry) {
         CheckLowerCase(program, "property", property.name.text, property.name.span);
     }
     for (const Syntax::MethodDecl& method : entry.decl->methods) {
-        CheckLowerCase(program, "method", method.name.text, method.name.span);
+        // Some methods of the interface begin with a capital, and the wire knows them so.
+        if (method.name.text.front() == '_') {
+            program.reporter.Report(method.name.span, Diagnostics::kUnderscore, "method", method.name.text);
+        }
         for (const Syntax::PropertyDecl& parameter : method.parameters) {
             CheckLowerCase(program, "parameter", parameter.name.text, parameter.name.span);
         }

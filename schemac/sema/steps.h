@@ -15,6 +15,9 @@ void ResolveIncludes(Program& program);
 void ResolveBases(Program& program);
 void ResolveMembers(Program& program);
 
+/// Hands the order of the enumerations to the module, if the schema gives one.
+void ResolveEnumOrder(Program& program);
+
 /// Finds cycles and takes them apart, so that later steps can follow includes and bases to their end.
 void BreakVersionCycles(Program& program);
 void BreakInheritanceCycles(Program& program);

@@ -84,6 +84,29 @@ TEST(GoodSchema, BasesComeFirstAndNothingElseMoves) {
     EXPECT_EQ(order, "First Middle Last Alone Bad ");
 }
 
+TEST(GoodSchema, EnumerationsStandInTheOrderGiven) {
+    const auto compiled = CompileText(R"(
+        namespace m;
+        version version1;
+        /// D.
+        enum First wire First since version1 { a }
+        /// D.
+        data Holder wire Holder since version1 {
+            /// D.
+            enum Inner wire Inner since version1 { b }
+        }
+        /// D.
+        enum Last wire Last since version1 { c }
+        order enum Last, Holder.Inner, m.First;
+        )");
+    ASSERT_NE(compiled->module, nullptr) << ErrorText(*compiled);
+    std::string order;
+    for (const Model::EnumType* type : compiled->module->EnumTypes()) {
+        order += type->name + " ";
+    }
+    EXPECT_EQ(order, "Last Inner First ");
+}
+
 TEST(GoodSchema, HeadersIncludeOnlyWhatNeedsADefinition) {
     const auto compiled = CompileText(R"(
         namespace m;
