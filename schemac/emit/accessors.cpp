@@ -30,10 +30,12 @@ public:
     }
 
 private:
-    void Add(Accessor accessor, std::string result, std::string parameters, std::string body) {
+    void Add(
+        Accessor accessor, std::string result, std::string parameters, std::string body,
+        bool isInline = true) {
         m_accessors.push_back(
             {std::move(result), Naming::AccessorName(accessor, m_property.name, m_owner),
-             std::move(parameters), std::move(body)});
+             std::move(parameters), std::move(body), isInline});
     }
 
     Accessor Reader() const {
@@ -62,25 +64,27 @@ private:
         Add(Accessor::Get, m_value + "*", "()", "return " + m_member + ".Get();");
         Add(Accessor::Get, "const " + m_value + "*", "() const", "return " + m_member + ".Get();");
         Add(Accessor::Peek, "const " + m_value + "*", "() const", "return " + m_member + ".Get();");
-        WriteCountedSetters(m_value);
+        WriteCountedSetters(m_value, false); // the class may be only declared
     }
 
     void WriteArray() {
         const std::string array = ArrayType(m_property);
-        const std::string getOrCreate = "return Morvane::Support::GetOrCreateArray(" + m_member + ");";
-        Add(Accessor::Get, array + "*", "()", getOrCreate);
-        Add(Accessor::Get, "const " + array + "*", "() const", getOrCreate);
+        Add(Accessor::Get, array + "*", "()", "return Morvane::Support::GetOrCreateArray(" + m_member + ");",
+            false);
+        Add(Accessor::Get, "const " + array + "*", "() const",
+            "return const_cast<" + m_owner.classPath.back() + "*>(this)->"
+                + Naming::AccessorName(Accessor::Get, m_property.name, m_owner) + "();");
         Add(Accessor::GetPtr, array + "*", "()", "return " + m_member + ".Get();");
         Add(Accessor::GetPtr, "const " + array + "*", "() const", "return " + m_member + ".Get();");
         Add(Accessor::Peek, "const " + array + "*", "() const",
             "return Morvane::Support::PeekArray(" + m_member + ");");
         Add(Accessor::IsSet, "bool", "() const",
             "return Morvane::Support::PeekArray(" + m_member + ") != nullptr;");
-        WriteCountedSetters(array);
+        WriteCountedSetters(array, true);
     }
 
-    void WriteCountedSetters(const std::string& target) {
-        Add(Accessor::Set, "void", "(" + target + "* value)", m_member + ".Reset(value);");
+    void WriteCountedSetters(const std::string& target, bool isComplete) {
+        Add(Accessor::Set, "void", "(" + target + "* value)", m_member + ".Reset(value);", isComplete);
         Add(Accessor::Swap, "void", "(Pellum::Ref<" + target + ">* other)", m_member + ".Swap(*other);");
     }
 

@@ -13,6 +13,7 @@ struct AccessorText {
     std::string name;       ///< "GetHostname"
     std::string parameters; ///< "(bool value)", "() const"
     std::string body;       ///< one statement: "return m_hostname;"
+    bool isInline;          ///< whether it needs no more than the header knows
 };
 
 /// The accessors of a property of a data class, in the order of their declarations.

@@ -70,6 +70,18 @@ std::string PropertiesName(const Model::Type& type) {
     return TableName(type, "Properties");
 }
 
+std::string FieldTableName(const Model::Type& type) {
+    return "g" + Naming::Join(Naming::ClassPath(type.dottedName), "") + "Fields";
+}
+
+std::string_view PropertiesKind(const Model::DataType& type) {
+    const bool hasOptional =
+        std::any_of(type.properties.begin(), type.properties.end(), [](const Model::Property& property) {
+            return property.isOptional;
+        });
+    return type.properties.empty() ? "None" : hasOptional ? "WithOptional" : "Required";
+}
+
 std::string MethodsName(const Model::Type& type) {
     return TableName(type, "Methods");
 }

@@ -16,6 +16,13 @@ std::string KindName(const Model::Type& type);
 /// Name of the property table of a type: "gMorvaneComputerSpecProperties".
 std::string PropertiesName(const Model::Type& type);
 
+/// Name of the field table of a data class: "gMorvaneComputerSpecFields".
+std::string FieldTableName(const Model::Type& type);
+
+/// What the type has of properties, which decides what field functions it has: "None", "Required" (no
+/// optional one), "WithOptional".
+std::string_view PropertiesKind(const Model::DataType& type);
+
 /// Name of the method table of a managed type: "gMorvaneSessionManagerMethods".
 std::string MethodsName(const Model::Type& type);
 

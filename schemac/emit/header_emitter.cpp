@@ -179,7 +179,8 @@ private:
         for (const Model::Property& property : type.properties) {
             accessors += PropertyDoc(property, type);
             for (const AccessorText& accessor : AccessorsOf(property, type)) {
-                accessors += accessor.result + " " + accessor.name + accessor.parameters + ";\n";
+                accessors += accessor.result + " " + accessor.name + accessor.parameters
+                           + (accessor.isInline ? " { " + accessor.body + " }\n" : ";\n");
             }
             accessors += "\n";
             // Reading an array property makes the array, also through a const object.
@@ -227,28 +228,25 @@ private:
     }
 
     std::string Specialisations() const {
-        std::string accessors;
-        std::string arrays;
+        std::string text;
         for (const Model::Type* type : DescribedTypes()) {
             const std::string name = Naming::QualifiedClassName(*type);
-            const auto [result, function] = TypeAccessor(*type);
-            accessors += "template <>\n" + m_api + " " + result + "* " + function + "<" + name + ">();\n";
             if (type->IsDataOrFault()) {
-                arrays +=
-                    "extern template class TAVIK_INSTANTIATION_API(" + m_api + ") DataArray<" + name + ">;\n";
+                text += "TYPES_DATA_TYPE(" + m_api + ", " + name + ", " + type->classPath.back() + ")\n";
+                continue;
             }
+            const auto [result, function] = TypeAccessor(*type);
+            text += "template <>\n" + m_api + " Tavik::" + result + "* Tavik::" + function + "<" + name
+                  + ">();\n";
         }
-        return "namespace Tavik {\n" + accessors + arrays + "} // namespace Tavik\n";
+        return text;
     }
 
     static std::pair<std::string, std::string> TypeAccessor(const Model::Type& type) {
         if (type.AsEnum() != nullptr) {
             return {"EnumType", "GetEnumType"};
         }
-        if (type.IsManaged()) {
-            return {"ManagedObjectType", "GetMoType"};
-        }
-        return {"DataObjectType", "GetDoType"};
+        return {"ManagedObjectType", "GetMoType"};
     }
 
     const Model::Module& m_module;

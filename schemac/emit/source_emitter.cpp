@@ -26,15 +26,23 @@ constinit const Tavik::ImportedReference $tables$::$imports$[] = {
 )";
 
 constexpr std::string_view kClassTables = R"(
+namespace $root$ {
+extern const Morvane::Support::FieldTable $fieldTable$;
+$baseTable$
+} // namespace $root$
+
 template <>
 struct Morvane::Support::ClassTraits<$class$> {
     using Class = $class$;
     $fields$
-    static constexpr FieldTable kTable = {$fieldList$, $root$::$properties$, $count$};
+    static constexpr const FieldTable& kTable = $root$::$fieldTable$;
 };
 
-template struct Morvane::Support::FieldFunctions<$class$>;
-template class Tavik::DataArray<$class$>;
+TYPES_FIELD_FUNCTIONS_$kind$($class$);
+
+constinit const Morvane::Support::FieldTable $root$::$fieldTable$ = {
+    $fieldList$, $root$::$properties$, $count$, $base$, $foreignBase$,
+    &Morvane::Support::FieldFunctions<$class$>::Create};
 )";
 
 constexpr std::string_view kClassDefinitions = R"(
@@ -42,40 +50,25 @@ namespace $namespace$ {
 
 $name$::$simple$() = default;
 
-$name$::$simple$(const $simple$& other) : $base$(other) {
-    Morvane::Support::CopyFields(Morvane::Support::ClassTraits<$simple$>::kTable, this, &other);
-}
-
 $name$::~$simple$() = default;
 
-Tavik::Type* $name$::_GetType() const {
-    return Tavik::GetDoType<$simple$>();
-}
-
-Tavik::DataObjectType* $name$::_GetDataType() const {
-    return Tavik::GetDoType<$simple$>();
-}
-
 $name$* $name$::_Clone() const {
-    return Tavik::CloneObject(*this);
+    return Morvane::Support::Clone(*this);
 }
 
 bool $name$::_IsEqual(const Tavik::Any* other, bool partial) const {
-    return Morvane::Support::IsEqual<$simple$, $base$>(*this, other, partial);
+    return $foreignEqual$Morvane::Support::IsEqual(*this, other, partial);
 }
 
 $diff$
-void $name$::__autoclassinit2(std::size_t size) {
-    Morvane::Support::ZeroFill(this, size);
-}
-
 $accessors$
 } // namespace $namespace$
 )";
 
 constexpr std::string_view kDiff = R"(
 void $name$::_DiffProperties(const Tavik::Any* other, const std::string& prefix, Tavik::PropertyDiffSet& diffs) const {
-    Morvane::Support::DiffProperties<$simple$, $base$>(*this, other, prefix, diffs);
+    $foreignDiff$
+    Morvane::Support::DiffProperties(*this, other, prefix, diffs);
 }
 )";
 
@@ -165,16 +158,30 @@ private:
     std::string DataText(const Model::DataType& type) {
         std::string text =
             PropertyTable(type, PropertiesName(type), type.properties, false, m_imports) + "\n";
-        const std::string qualified = Naming::QualifiedClassName(type);
-        const std::string count = std::to_string(type.properties.size());
+        const std::string& root = type.classPath.front();
+        const bool isForeign = IsImported(*type.base);
+        const bool hasBase = !isForeign && !type.base->IsBuiltin();
         text += Fill(
-            kClassTables, {{"class", qualified},
-                           {"fields", FieldRows(type)},
-                           {"fieldList", type.properties.empty() ? "nullptr" : "kFields"},
-                           {"root", type.classPath.front()},
-                           {"properties", PropertiesName(type)},
-                           {"count", count}});
+            kClassTables,
+            {{"class", Naming::QualifiedClassName(type)},
+             {"fieldTable", FieldTableName(type)},
+             {"baseTable",
+              hasBase ? "extern const Morvane::Support::FieldTable " + FieldTableName(*type.base) + ";" : ""},
+             {"fields", FieldRows(type)},
+             {"kind", PropertiesKind(type)},
+             {"fieldList", type.properties.empty() ? "nullptr" : ClassTraits(type) + "::kFields"},
+             {"root", root},
+             {"properties", PropertiesName(type)},
+             {"count", std::to_string(type.properties.size())},
+             {"base", hasBase ? "&" + root + "::" + FieldTableName(*type.base) : "nullptr"},
+             {"foreignBase", isForeign && !type.base->IsBuiltin()
+                                 ? "&Tavik::GetDoType<" + BaseClass(type) + ">"
+                                 : "nullptr"}});
         return text + "\n" + Definitions(type);
+    }
+
+    static std::string ClassTraits(const Model::DataType& type) {
+        return "Morvane::Support::ClassTraits<" + Naming::QualifiedClassName(type) + ">";
     }
 
     static std::string FieldRows(const Model::DataType& type) {
@@ -193,17 +200,28 @@ private:
         std::string accessors;
         for (const Model::Property& property : type.properties) {
             for (const AccessorText& accessor : AccessorsOf(property, type)) {
+                if (accessor.isInline) {
+                    continue;
+                }
                 accessors += accessor.result + " " + name + "::" + accessor.name + accessor.parameters
                            + " {\n    " + accessor.body + "\n}\n\n";
             }
         }
+        // The field table knows the fields of bases in the same library; others are asked.
+        const bool isForeign = IsImported(*type.base) && !type.base->IsBuiltin();
         const std::string diff =
-            type.IsFault() ? "" : Fill(kDiff, {{"name", name}, {"simple", simple}, {"base", base}}) + "\n";
+            type.IsFault()
+                ? ""
+                : Fill(
+                      kDiff,
+                      {{"name", name},
+                       {"foreignDiff", isForeign ? base + "::_DiffProperties(other, prefix, diffs);" : ""}})
+                      + "\n";
         return Fill(
             kClassDefinitions, {{"namespace", Naming::CppNamespace(type)},
                                 {"name", name},
                                 {"simple", simple},
-                                {"base", base},
+                                {"foreignEqual", isForeign ? base + "::_IsEqual(other, partial) && " : ""},
                                 {"diff", diff},
                                 {"accessors", accessors}});
     }

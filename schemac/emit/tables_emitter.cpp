@@ -304,16 +304,10 @@ private:
     std::string DataTypes() const {
         std::string rows;
         for (const Model::DataType* type : m_module.DataTypes()) {
-            const bool hasOptional = std::any_of(
-                type->properties.begin(), type->properties.end(),
-                [](const Model::Property& property) { return property.isOptional; });
-            const std::string_view properties = type->properties.empty() ? "None"
-                                              : hasOptional              ? "WithOptional"
-                                                                         : "Required";
             rows += "    Morvane::Support::DescribeData<" + Naming::QualifiedClassName(*type)
                   + ">(\n        &" + QualifiedDescriptor(*type) + ", " + Base(*type->base) + ", "
                   + type->classPath.front() + "::" + PropertiesName(*type)
-                  + ", Morvane::Support::Properties::" + std::string(properties) + "),\n";
+                  + ", Morvane::Support::Properties::" + std::string(PropertiesKind(*type)) + "),\n";
         }
         return rows.empty() ? rows : "constinit Tavik::DataTypeInfo dataTypes[] = {\n" + rows + "};\n";
     }

@@ -1,5 +1,8 @@
 #include "tavik/value/array_base.h"
 
+#include "pellum/error/type_mismatch.h"
+#include "tavik/type/data_object_type.h"
+#include "tavik/type/type_registry.h"
 #include "tavik/value/clone.h"
 #include "tavik/value/compare.h"
 #include "tavik/value/property_diff_set.h"
@@ -13,13 +16,6 @@ ArrayBase::~ArrayBase() = default;
 
 DataArrayBase::DataArrayBase() noexcept = default;
 
-DataArrayBase::DataArrayBase(const DataArrayBase& other)
-    : ArrayBase(other), m_elements(other.m_elements.size()) {
-    for (std::size_t i = 0; i < m_elements.size(); ++i) {
-        CloneInto(&m_elements[i], other.GetElement(i));
-    }
-}
-
 DataArrayBase::~DataArrayBase() = default;
 
 std::size_t DataArrayBase::GetLength() const {
@@ -30,8 +26,29 @@ void DataArrayBase::Remove(std::size_t index) {
     m_elements.erase(m_elements.begin() + static_cast<std::ptrdiff_t>(index));
 }
 
+DataArrayBase* DataArrayBase::CloneArray(DataArrayBase* copy) const {
+    const auto fill = [](Any& target, const Any& source, const void* /*context*/) {
+        auto& to = static_cast<DataArrayBase&>(target).m_elements;
+        const auto& from = static_cast<const DataArrayBase&>(source).m_elements;
+        to.resize(from.size());
+        for (std::size_t i = 0; i < to.size(); ++i) {
+            CloneInto(&to[i], from[i].Get());
+        }
+    };
+    return static_cast<DataArrayBase*>(FillClone(copy, *this, fill, nullptr));
+}
+
 void DataArrayBase::AppendChecked(Any* element) {
-    m_elements.emplace_back(CheckElement(element));
+    if (_GetElementType() == nullptr) {
+        TypeRegistry::Instance().Load();
+    }
+    const auto* object = dynamic_cast<DataObject*>(element);
+    const auto* wanted = static_cast<const DataObjectType*>(_GetElementType());
+    if (element != nullptr && (object == nullptr || !object->_GetDataType()->IsA(wanted))) {
+        const Pellum::Ref<DataObject> expected(wanted->New());
+        Pellum::ThrowTypeMismatchException(typeid(*expected), typeid(*element));
+    }
+    m_elements.emplace_back(static_cast<DataObject*>(element));
 }
 
 bool DataArrayBase::_IsEqual(const Any* other, bool partial) const {

@@ -43,17 +43,16 @@ public:
 
     /// Removes the element at `index` (below the length).
     void Remove(std::size_t index);
-    /// Appends an element after checking its class; takes a count of it. Throws
-    /// `Pellum::TypeMismatchException`.
+    /// Appends an element that is null or of the element type; takes a count of it. Throws
+    /// `Pellum::TypeMismatchException`. Loads the types if nobody has done so yet.
     void AppendChecked(Any* element);
 
 protected:
     DataArrayBase() noexcept;
-    /// A deep copy: every element is cloned.
-    DataArrayBase(const DataArrayBase& other);
 
-    /// `element`, when it is null or of the element class; else throws `Pellum::TypeMismatchException`.
-    virtual DataObject* CheckElement(Any* element) const = 0;
+    /// Clones every element into `copy`, a new array of the same class, and returns it. Null for null;
+    /// deletes `copy` when it throws `std::bad_alloc`.
+    DataArrayBase* CloneArray(DataArrayBase* copy) const;
 
     std::vector<Pellum::Ref<DataObject>> m_elements;
 };

@@ -93,4 +93,19 @@ Any* CloneWith(const Any& source, std::size_t size, Any* (*construct)(void* stor
     return copy.release();
 }
 
+Any* FillClone(
+    Any* copy, const Any& source, void (*fill)(Any& copy, const Any& source, const void* context),
+    const void* context) {
+    if (copy == nullptr) {
+        return nullptr;
+    }
+    std::unique_ptr<Any> owner(copy);
+    const CloneScope scope;
+    fill(*copy, source, context);
+    if (scope.IsOutermost()) {
+        FinishPending();
+    }
+    return owner.release();
+}
+
 } // namespace Tavik

@@ -41,6 +41,12 @@ T* KeepStorage(T* object) noexcept {
 TAVIK_API Any* CloneWith(
     const Any& source, std::size_t size, Any* (*construct)(void* storage, const Any& source));
 
+/// Fills `copy`, a new object without a count, with `fill(*copy, source, context)` (which may throw) and
+/// finishes its deep parts. Returns `copy`, null when that is null; deletes it when something throws.
+TAVIK_API Any* FillClone(
+    Any* copy, const Any& source, void (*fill)(Any& copy, const Any& source, const void* context),
+    const void* context);
+
 /// Gives `CloneObject` access to copy constructors that are not public: classes name it as a friend.
 struct ObjectCloner {
     template <class T>

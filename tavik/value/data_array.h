@@ -2,15 +2,28 @@
 
 #include "tavik/type/type_of.h"
 #include "tavik/value/array_base.h"
-#include "tavik/value/cast.h"
 #include "tavik/value/clone.h"
 
 namespace Tavik {
 
-/// The typed access to an array of data objects; apart, so that it is never compiled but where it is used.
+/// An array of data objects of class `T` or derived from it. Elements are counted references and may be null.
+///
+/// There are as many arrays as there are classes, so next to nothing is compiled for each. Its functions
+/// belong to the library that makes the array; the runtime's are named again here, so that the function table
+/// is complete when the library is linked and costs nothing when it is loaded.
 template <class T>
-class TypedElements : public DataArrayBase {
+class TAVIK_TEMPLATE_API DataArray final : public DataArrayBase {
 public:
+    DataArray() noexcept = default;
+
+    Type* _GetType() const override { return Type::GetArrayType(GetDoType<T>()); }
+
+    DataArray* _Clone() const override {
+        return static_cast<DataArray*>(CloneArray(new (std::nothrow) DataArray));
+    }
+
+    Type* _GetElementType() const override { return GetDoType<T>(); }
+
     /// The element at `index` (below the length), borrowed.
     T* operator[](std::size_t index) const { return static_cast<T*>(GetElement(index)); }
 
@@ -19,30 +32,6 @@ public:
 
     /// Replaces the element at `index` (below the length); takes a count of the new one.
     void SetElement(std::size_t index, T* element) { m_elements[index].Reset(element); }
-
-protected:
-    TypedElements() noexcept = default;
-    TypedElements(const TypedElements&) = default;
-};
-
-/// An array of data objects of class `T` or derived from it. Elements are counted references and may be null.
-template <class T>
-class TAVIK_TEMPLATE_API DataArray final : public TypedElements<T> {
-public:
-    DataArray() noexcept = default;
-
-    Type* _GetType() const override { return Type::GetArrayType(GetDoType<T>()); }
-
-    DataArray* _Clone() const override { return CloneObject(*this); }
-
-    Type* _GetElementType() const override { return GetDoType<T>(); }
-
-protected:
-    DataObject* CheckElement(Any* element) const override { return CastReference<T>(element); }
-
-private:
-    friend struct ObjectCloner;
-    DataArray(const DataArray&) = default;
 };
 
 } // namespace Tavik

@@ -8,10 +8,7 @@
 #include "types/data/field_functions.h"
 #include "types/data/fields.h"
 
-#include <cstring>
 #include <new>
-#include <type_traits>
-#include <utility>
 
 // Data classes have virtual functions and one base each, for which the compilers give offsets their plain
 // meaning.
@@ -20,6 +17,21 @@
 /// A row of a field table.
 #define TYPES_FIELD(Class, member, suffix)                                                                   \
     Morvane::Support::FieldOf<decltype(Class::member)>::Make(offsetof(Class, member), suffix)
+
+/// Compiles the field functions of a class, those that `DescribeData` puts into its record.
+#define TYPES_FIELD_FUNCTIONS_None(Class)                                                                    \
+    template Tavik::DataObject* Morvane::Support::FieldFunctions<Class>::Create();                           \
+    template Tavik::DataArrayBase* Morvane::Support::FieldFunctions<Class>::CreateArray()
+#define TYPES_FIELD_FUNCTIONS_Required(Class)                                                                \
+    template void* Morvane::Support::FieldFunctions<Class>::Get(const Tavik::Any*, int, void*);              \
+    template const void* Morvane::Support::FieldFunctions<Class>::Pointer(const Tavik::Any*, int);           \
+    template void Morvane::Support::FieldFunctions<Class>::Set(Tavik::Any*, int, const void*);               \
+    template void Morvane::Support::FieldFunctions<Class>::Swap(Tavik::Any*, int, void*);                    \
+    template bool Morvane::Support::FieldFunctions<Class>::IsSet(const Tavik::Any*, int);                    \
+    TYPES_FIELD_FUNCTIONS_None(Class)
+#define TYPES_FIELD_FUNCTIONS_WithOptional(Class)                                                            \
+    template void Morvane::Support::FieldFunctions<Class>::Reset(Tavik::Any*, int);                          \
+    TYPES_FIELD_FUNCTIONS_Required(Class)
 
 namespace Morvane::Support {
 
@@ -64,43 +76,23 @@ Tavik::DataArrayBase* FieldFunctions<T>::CreateArray() {
     return new (std::nothrow) Tavik::DataArray<T>;
 }
 
-/// `_IsEqual` of a class: inherited properties first, by the base's own function when the base is generated,
-/// too.
-template <class T, class Base>
+/// `_Clone` of a class.
+template <class T>
+T* Clone(const T& self) {
+    return static_cast<T*>(CloneData(ClassTraits<T>::kTable, self));
+}
+
+/// `_IsEqual` of a class, but for inherited properties of another library.
+template <class T>
 bool IsEqual(const T& self, const Tavik::Any* other, bool partial) {
-    if constexpr (!std::is_same_v<Base, Tavik::DynamicData>) {
-        if (!self.Base::_IsEqual(other, partial)) {
-            return false;
-        }
-    }
     return AreFieldsEqual(ClassTraits<T>::kTable, &self, other, partial);
 }
 
-/// `_DiffProperties` of a class, in the same order.
-template <class T, class Base>
+/// `_DiffProperties` of a class, likewise.
+template <class T>
 void DiffProperties(
     const T& self, const Tavik::Any* other, const std::string& prefix, Tavik::PropertyDiffSet& diffs) {
-    if constexpr (!std::is_same_v<Base, Tavik::DynamicData>) {
-        self.Base::_DiffProperties(other, prefix, diffs);
-    }
     DiffFields(ClassTraits<T>::kTable, &self, other, prefix, diffs);
-}
-
-/// Zero-fills raw storage so that the zeros outlast the construction that follows.
-template <class T>
-void ZeroFill(T* storage, std::size_t size) {
-    std::memset(static_cast<void*>(storage), 0, size);
-    static_cast<void>(Tavik::KeepStorage(storage));
-}
-
-/// Copies the value of a set optional to `out`; whether it was set.
-template <class T>
-bool GetOptional(const Pellum::Optional<T>& member, T& out) {
-    const T* value = member.Peek();
-    if (value != nullptr) {
-        out = *value;
-    }
-    return value != nullptr;
 }
 
 /// The array of a property, made first when there is none.
@@ -110,12 +102,6 @@ A* GetOrCreateArray(Pellum::Ref<A>& member) {
         member.Reset(new A);
     }
     return member.Get();
-}
-
-/// The array of a property, null when it is absent or empty.
-template <class A>
-const A* PeekArray(const Pellum::Ref<A>& member) {
-    return member && !member->IsEmpty() ? member.Get() : nullptr;
 }
 
 } // namespace Morvane::Support

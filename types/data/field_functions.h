@@ -18,6 +18,9 @@ struct FieldFunctions {
     static Tavik::DataArrayBase* CreateArray();
 };
 
+/// Whether a property is set of a class that has none: whatever the index, yes.
+bool IsAlwaysSet(const Tavik::Any* object, int index);
+
 /// What a class has of properties, which decides what slots of its record are filled.
 enum class Properties {
     None,
@@ -40,7 +43,7 @@ constexpr Tavik::DataTypeInfo DescribeData(
         .fieldPointer = any ? &Functions::Pointer : nullptr,
         .set = any ? &Functions::Set : nullptr,
         .swap = any ? &Functions::Swap : nullptr,
-        .isSet = &Functions::IsSet,
+        .isSet = any ? &Functions::IsSet : &IsAlwaysSet,
         .reset = kind == Properties::WithOptional ? &Functions::Reset : nullptr,
         .create = &Functions::Create,
         .createArray = &Functions::CreateArray,

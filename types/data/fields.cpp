@@ -1,8 +1,11 @@
 #include "types/data/fields.h"
 
 #include "pellum/error/fail_fast.h"
+#include "tavik/value/clone.h"
 #include "tavik/value/compare.h"
+#include "tavik/value/copy_properties.h"
 #include "tavik/value/property_diff_set.h"
+#include "types/data/field_functions.h"
 
 namespace Morvane::Support {
 
@@ -23,16 +26,33 @@ const Field& Checked(const FieldTable& table, int index) {
     return table.fields[index];
 }
 
-} // namespace
-
-void CopyFields(const FieldTable& table, void* target, const void* source) {
+void CopyFields(const FieldTable& table, Tavik::Any& target, const Tavik::Any& source) {
+    if (table.base != nullptr) {
+        CopyFields(*table.base, target, source);
+    } else if (table.foreignBase != nullptr) {
+        Tavik::CopyProperties(
+            table.foreignBase, static_cast<Tavik::DataObject&>(target),
+            static_cast<const Tavik::DataObject&>(source));
+    }
     for (int i = 0; i < table.count; ++i) {
         const Field& field = table.fields[i];
-        field.storage->copy(At(target, field), At(source, field));
+        field.storage->copy(At(&target, field), At(&source, field));
     }
 }
 
-bool AreFieldsEqual(const FieldTable& table, const void* a, const void* b, bool partial) {
+} // namespace
+
+Tavik::Any* CloneData(const FieldTable& table, const Tavik::Any& source) {
+    const auto fill = [](Tavik::Any& copy, const Tavik::Any& from, const void* context) {
+        CopyFields(*static_cast<const FieldTable*>(context), copy, from);
+    };
+    return Tavik::FillClone(table.create(), source, fill, &table);
+}
+
+bool AreFieldsEqual(const FieldTable& table, const Tavik::Any* a, const Tavik::Any* b, bool partial) {
+    if (table.base != nullptr && !AreFieldsEqual(*table.base, a, b, partial)) {
+        return false;
+    }
     for (int i = 0; i < table.count; ++i) {
         const Field& field = table.fields[i];
         const Tavik::PropertyDescriptor& property = table.properties[i];
@@ -53,8 +73,11 @@ bool AreFieldsEqual(const FieldTable& table, const void* a, const void* b, bool 
 }
 
 void DiffFields(
-    const FieldTable& table, const void* a, const void* b, const std::string& prefix,
+    const FieldTable& table, const Tavik::Any* a, const Tavik::Any* b, const std::string& prefix,
     Tavik::PropertyDiffSet& diffs) {
+    if (table.base != nullptr) {
+        DiffFields(*table.base, a, b, prefix, diffs);
+    }
     for (int i = 0; i < table.count; ++i) {
         const Field& field = table.fields[i];
         const void* mine = At(a, field);
@@ -96,6 +119,10 @@ bool IsFieldSet(const FieldTable& table, const void* object, int index) {
     }
     const Field& field = table.fields[index];
     return field.storage->isSet(At(object, field));
+}
+
+bool IsAlwaysSet(const Tavik::Any* /*object*/, int /*index*/) {
+    return true;
 }
 
 void ResetField(const FieldTable& table, void* object, int index) {

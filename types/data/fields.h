@@ -25,11 +25,17 @@ struct Field {
     std::uint32_t offset;
 };
 
-/// The own properties of a class, in descriptor order.
+/// The own properties of a class, in descriptor order, and where the inherited ones are.
 struct FieldTable {
     const Field* fields;
     const Tavik::PropertyDescriptor* properties;
     int count;
+    /// Of the base, when that is generated into the same library; else null.
+    const FieldTable* base;
+    /// The type of a base that another library holds; null when there is none but the runtime's own.
+    Tavik::DataObjectType* (*foreignBase)();
+    /// A new object of the class; null when out of memory.
+    Tavik::DataObject* (*create)();
 };
 
 template <class T>
@@ -54,13 +60,15 @@ struct FieldOf<Pellum::Ref<T>> {
     }
 };
 
-/// Deep-copies the fields of `source` into those of `target`, which are default-constructed.
-void CopyFields(const FieldTable& table, void* target, const void* source);
-/// Whether all fields are equal; with `partial`, optional fields that are unset in `b` match anything.
-bool AreFieldsEqual(const FieldTable& table, const void* a, const void* b, bool partial);
-/// Adds the paths of the fields that differ.
+/// A deep copy of an object of exactly the class, inherited properties included. Null when out of memory for
+/// the object itself; throws `std::bad_alloc` when out of memory for a part.
+Tavik::Any* CloneData(const FieldTable& table, const Tavik::Any& source);
+/// Whether all fields are equal, those of bases in the same library included. With `partial`, optional fields
+/// that are unset in `b` match anything.
+bool AreFieldsEqual(const FieldTable& table, const Tavik::Any* a, const Tavik::Any* b, bool partial);
+/// Adds the paths of the fields that differ, those of bases in the same library included and first.
 void DiffFields(
-    const FieldTable& table, const void* a, const void* b, const std::string& prefix,
+    const FieldTable& table, const Tavik::Any* a, const Tavik::Any* b, const std::string& prefix,
     Tavik::PropertyDiffSet& diffs);
 
 /// The field functions of `DataTypeInfo`, for a class with that table. A bad index is a fail-fast trap.

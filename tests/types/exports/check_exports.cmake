@@ -12,7 +12,8 @@ string(REPLACE "]" ")" symbols "${symbols}")
 string(REGEX REPLACE "\n$" "" symbols "${symbols}")
 string(REPLACE "\n" ";" symbols "${symbols}")
 
-set(values "Tavik::(DataArray|Array|Primitive)<${NAMESPACE}::")
+# An array class is compiled into every library that makes such arrays.
+set(values "Tavik::(DataArray<[A-Z][A-Za-z]*|(Array|Primitive)<${NAMESPACE})::")
 set(meant
     "${NAMESPACE}::"
     "${values}"
