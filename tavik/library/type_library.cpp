@@ -8,8 +8,11 @@ namespace {
 
 void FillSlots(const TypeLibrary& library) {
     Type** slot = library.slots;
-    for (const DataTypeInfo& info : library.dataTypes) {
-        *slot++ = CreateDataObjectType(&info);
+    auto open = library.openTypes.begin();
+    for (std::size_t i = 0; i < library.dataTypes.size(); ++i) {
+        const DataTypeInfo& info = library.dataTypes[i];
+        const bool isOpen = open != library.openTypes.end() && open->index == i;
+        *slot++ = isOpen ? CreateOpenDataObjectType(&info, (open++)->content) : CreateDataObjectType(&info);
     }
     for (const EnumRegistration& registration : library.enums) {
         *slot++ = registration.create(registration.info, registration.functions);

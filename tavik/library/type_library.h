@@ -30,6 +30,12 @@ struct EnumRegistration {
     EnumType* (*create)(const EnumTypeInfo* info, const EnumFuncs* functions);
 };
 
+/// One of a library's data types that is open and does not derive from one that is.
+struct OpenTypeRegistration {
+    std::size_t index; ///< among the data types
+    OpenContentFunction content;
+};
+
 /// `PropertyIndexFunction` over a list of property names, inherited ones first.
 template <const auto& names>
 int FindPropertyIndex(const char* name, std::size_t length) {
@@ -47,6 +53,7 @@ int FindPropertyIndex(const char* name, std::size_t length) {
 /// enumerations, then managed types.
 struct TypeLibrary {
     std::span<const DataTypeInfo> dataTypes;
+    std::span<const OpenTypeRegistration> openTypes; ///< by rising index
     std::span<const EnumRegistration> enums;
     std::span<const ManagedTypeInfo> managedTypes;
     Type** slots;

@@ -46,7 +46,8 @@ void Property::Reset(Any* object) const {
     reset(object, m_index);
 }
 
-DataObjectType::DataObjectType(const DataTypeInfo* info) : Type(info->type), m_dataInfo(info) {}
+DataObjectType::DataObjectType(const DataTypeInfo* info, OpenContentFunction content)
+    : Type(info->type), m_dataInfo(info), m_content(content) {}
 
 DataObjectType::~DataObjectType() = default;
 
@@ -69,6 +70,7 @@ void DataObjectType::Resolve(TypeRegistry& registry) {
             } else {
                 m_base = dataBase;
                 m_all = dataBase->m_all;
+                m_content = m_content != nullptr ? m_content : dataBase->m_content;
             }
         }
     }
@@ -105,6 +107,14 @@ std::size_t DataObjectType::GetPosition(const Property& property) const {
     return static_cast<std::size_t>(std::find(m_all.begin(), m_all.end(), &property) - m_all.begin());
 }
 
+OpenContent* DataObjectType::GetOpenContent(DataObject& object) const {
+    return m_content != nullptr ? m_content(&object) : nullptr;
+}
+
+const OpenContent* DataObjectType::GetOpenContent(const DataObject& object) const {
+    return GetOpenContent(const_cast<DataObject&>(object));
+}
+
 DataObject* DataObjectType::New() const {
     return m_dataInfo->create();
 }
@@ -115,6 +125,10 @@ ArrayBase* DataObjectType::NewArray() const {
 
 DataObjectType* CreateDataObjectType(const DataTypeInfo* info) {
     return new DataObjectType(info);
+}
+
+DataObjectType* CreateOpenDataObjectType(const DataTypeInfo* info, OpenContentFunction content) {
+    return new DataObjectType(info, content);
 }
 
 } // namespace Tavik

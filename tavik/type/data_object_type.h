@@ -10,6 +10,7 @@
 namespace Tavik {
 
 class DataObjectType;
+class OpenContent;
 class TypeRegistry;
 
 /// One property of a data object type, with the functions that reach it in an object.
@@ -69,10 +70,14 @@ private:
     const Version* m_version;
 };
 
+/// The content of an object of an open type, borrowed. The object is of the type's class or derived from it.
+using OpenContentFunction = OpenContent* (*)(DataObject* object);
+
 /// A data object or fault type.
 class TAVIK_API DataObjectType final : public Type {
 public:
-    explicit DataObjectType(const DataTypeInfo* info);
+    /// `content` is null for a type that is not open by itself.
+    explicit DataObjectType(const DataTypeInfo* info, OpenContentFunction content = nullptr);
     ~DataObjectType() override;
 
     const DataTypeInfo& GetDataTypeInfo() const { return *m_dataInfo; }
@@ -92,6 +97,14 @@ public:
     /// Position of a property in `GetProperties`, which must be one of them.
     std::size_t GetPosition(const Property& property) const;
 
+    /// Whether objects carry properties that no description tells of: the type, or one that it derives from,
+    /// is open.
+    bool IsOpen() const { return m_content != nullptr; }
+
+    /// Those properties of an object of this type or derived from it, borrowed; null unless the type is open.
+    OpenContent* GetOpenContent(DataObject& object) const;
+    const OpenContent* GetOpenContent(const DataObject& object) const;
+
     /// A new object, zero-filled and default-constructed, created with no count; null when out of memory.
     DataObject* New() const;
     ArrayBase* NewArray() const override;
@@ -104,6 +117,7 @@ private:
     void Resolve(TypeRegistry& registry);
 
     const DataTypeInfo* m_dataInfo;
+    OpenContentFunction m_content;
     DataObjectType* m_base = nullptr;
     bool m_resolved = false;
     std::vector<Property> m_own;
@@ -113,5 +127,7 @@ private:
 
 /// Makes the type object of a record; called by a library's loader function. The runtime owns the object.
 TAVIK_API DataObjectType* CreateDataObjectType(const DataTypeInfo* info);
+/// The same for an open type. What derives from one is open without further ado.
+TAVIK_API DataObjectType* CreateOpenDataObjectType(const DataTypeInfo* info, OpenContentFunction content);
 
 } // namespace Tavik

@@ -5,6 +5,8 @@
 #include "tavik/type/data_object_type.h"
 #include "tavik/value/any.h"
 #include "tavik/value/compare.h"
+#include "tavik/value/data_object.h"
+#include "tavik/value/open_content.h"
 #include "tavik/value/property_diff_set.h"
 #include "tavik/value/text_values.h"
 
@@ -59,6 +61,11 @@ void DiffByDescriptors(
                     *property->GetType(), property->GetFieldPointer(&a), property->GetFieldPointer(&b)))) {
             diffs.Add(prefix + suffix);
         }
+    }
+    if (type.IsOpen()) {
+        const auto& objectA = static_cast<const DataObject&>(a);
+        const auto& objectB = static_cast<const DataObject&>(b);
+        type.GetOpenContent(objectA)->Diff(*type.GetOpenContent(objectB), prefix, diffs);
     }
 }
 

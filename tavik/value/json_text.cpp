@@ -200,4 +200,33 @@ bool AppendFloat(std::string& out, float value) {
     return true;
 }
 
+bool IsNumberLiteral(std::string_view text) {
+    const auto take = [&text](char c) {
+        const bool isNext = text.starts_with(c);
+        text.remove_prefix(isNext ? 1 : 0);
+        return isNext;
+    };
+    const auto takeDigits = [&text] {
+        const std::size_t count = std::min(text.find_first_not_of("0123456789"), text.size());
+        text.remove_prefix(count);
+        return count > 0;
+    };
+    take('-');
+    if (!take('0') && !takeDigits()) {
+        return false;
+    }
+    if (take('.') && !takeDigits()) {
+        return false;
+    }
+    if (take('e') || take('E')) {
+        if (!take('+')) {
+            take('-');
+        }
+        if (!takeDigits()) {
+            return false;
+        }
+    }
+    return text.empty();
+}
+
 } // namespace Tavik

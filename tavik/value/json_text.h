@@ -16,6 +16,8 @@ TAVIK_API void AppendBase64(std::string& out, const void* bytes, std::size_t siz
 /// Appends the shortest text that reads back as the same number. False, with a quoted name appended, for
 /// infinities and not-a-number, which JSON has no numbers for.
 TAVIK_API bool AppendFloat(std::string& out, float value);
+/// Whether the text is a number as JSON writes it, all of it.
+TAVIK_API bool IsNumberLiteral(std::string_view text);
 /// Decodes base64, with padding, into `out`; false when the text is none.
 TAVIK_API bool DecodeBase64(std::string_view text, std::string& out);
 /// Whether the text is well-formed UTF-8.

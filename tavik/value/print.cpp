@@ -25,6 +25,8 @@ public:
 
     void Print(const Any* value) { m_walker.Walk(value, m_options.declaredType); }
 
+    void Print(const OpenValue& value) { m_walker.Walk(value); }
+
     bool HasProblem() const { return m_failed; }
 
     const PrintProblem& GetProblem() const { return m_problem; }
@@ -105,6 +107,35 @@ public:
         m_out += '}';
     }
 
+    bool VisitOpenMember(const OpenMember& member) override {
+        WriteKey(member.name);
+        if (member.isTaken) {
+            Report(kTakenName);
+        }
+        if (member.isSecret && !m_options.showSecrets) {
+            m_out += kRedacted;
+            return false;
+        }
+        return true;
+    }
+
+    bool VisitOpenValue(const OpenValue& value) override {
+        switch (value.GetKind()) {
+        case OpenKind::Object: Open('{'); break;
+        case OpenKind::Array:
+            Open('[');
+            m_levels.back().inlined = value.HoldsOnlyScalars();
+            break;
+        case OpenKind::String: WriteText(value.GetText()); break;
+        default: m_out += value.GetText(); break;
+        }
+        return true;
+    }
+
+    void EndOpenValue(const OpenValue& value) override {
+        Close(value.GetKind() == OpenKind::Object ? '}' : ']');
+    }
+
     void VisitNull() override {
         m_out += "null";
         if (m_walker.GetDepth() > 0) {
@@ -173,9 +204,9 @@ private:
         }
     }
 
-    void WriteKey(const char* name) {
+    void WriteKey(std::string_view name) {
         Separate();
-        AppendQuoted(m_out, name);
+        WriteText(name);
         m_out += ": ";
     }
 
@@ -261,6 +292,12 @@ private:
 } // namespace
 
 std::string Print(const Any* value, const PrintOptions& options) {
+    std::string out;
+    JsonPrinter(options, out).Print(value);
+    return out;
+}
+
+std::string Print(const OpenValue& value, const PrintOptions& options) {
     std::string out;
     JsonPrinter(options, out).Print(value);
     return out;

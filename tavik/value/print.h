@@ -7,13 +7,16 @@
 namespace Tavik {
 
 class Any;
+class OpenValue;
 class Type;
 class Version;
 
 /// How a value is written as JSON.
 struct PrintOptions {
-    bool showSecrets = false; ///< else every secret is written as "***"
-    int indent = 0;           ///< spaces a level; 0 writes one line
+    /// Else every secret is written as "***": what its property is flagged to be, and inside of open content
+    /// what its name says (`IsSecretName`).
+    bool showSecrets = false;
+    int indent = 0; ///< spaces a level; 0 writes one line
     /// Leave out what this version does not have, borrowed; null writes everything.
     const Version* version = nullptr;
     /// Type of the place that the value stands in, borrowed; "$type" is left out where it is that one. Null
@@ -31,6 +34,9 @@ struct PrintProblem {
 /// UTF-8 by U+FFFD, a number that is no value of its enumeration by itself. Used for logs and people: see the
 /// codec for peers.
 TAVIK_API std::string Print(const Any* value, const PrintOptions& options = {});
+
+/// The same for a value inside of open content; `version` and `declaredType` are of no meaning then.
+TAVIK_API std::string Print(const OpenValue& value, const PrintOptions& options = {});
 
 /// Appends the value to `out` like `Print`, but tells of the first problem, if there is one; returns whether
 /// there was none.

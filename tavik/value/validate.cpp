@@ -83,6 +83,21 @@ public:
         CheckText(reference.GetId());
     }
 
+    bool VisitOpenMember(const OpenMember& member) override {
+        CheckText(member.name);
+        if (member.isTaken) {
+            Report(kTakenName);
+        }
+        return true;
+    }
+
+    bool VisitOpenValue(const OpenValue& value) override {
+        CheckText(value.GetText());
+        return true;
+    }
+
+    void EndOpenValue(const OpenValue& /*value*/) override {}
+
     void VisitNull() override {
         if (m_walker.GetDepth() > 0) {
             Report("is null, and an array has no unset elements");
@@ -100,7 +115,7 @@ private:
         }
     }
 
-    void CheckText(const std::string& text) {
+    void CheckText(std::string_view text) {
         if (!IsUtf8(text)) {
             Report("is not UTF-8 text");
         }

@@ -6,6 +6,7 @@
 #include "tavik/value/mo_ref.h"
 #include "tavik/value/primitive.h"
 #include "tavik/value/scalar_array.h"
+#include "tavik/value/secret_names.h"
 
 namespace Tavik {
 
@@ -18,9 +19,23 @@ ValueWalker::~ValueWalker() = default;
 void ValueWalker::Walk(const Any* root, const Type* declared) {
     TypeRegistry::Instance().Load(); // objects know their types from then on
     m_frames.clear();
+    m_openFrames.clear();
     Enter(root, declared);
-    while (!m_frames.empty()) {
-        if (m_frames.back().object != nullptr) {
+    Run();
+}
+
+void ValueWalker::Walk(const OpenValue& root) {
+    m_frames.clear();
+    m_openFrames.clear();
+    EnterOpenValue(root);
+    Run();
+}
+
+void ValueWalker::Run() {
+    while (!m_frames.empty() || !m_openFrames.empty()) {
+        if (!m_openFrames.empty()) {
+            VisitNextOpenItem();
+        } else if (m_frames.back().object != nullptr) {
             VisitNextProperty();
         } else {
             VisitNextElement();
@@ -77,7 +92,13 @@ void ValueWalker::EnterBoxed(const PrimitiveBase& boxed) {
 void ValueWalker::VisitNextProperty() {
     Frame& frame = m_frames.back();
     const auto& properties = frame.type->GetProperties();
-    if (frame.next == properties.size()) {
+    if (frame.next == properties.size() && frame.type->IsOpen()) {
+        ++frame.next;
+        const OpenContent& content = *frame.type->GetOpenContent(*frame.object);
+        m_openFrames.push_back({content.begin(), content.end(), {}, 0, {}});
+        return;
+    }
+    if (frame.next >= properties.size()) {
         m_frames.pop_back();
         m_visitor.EndObject();
         return;
@@ -123,6 +144,41 @@ void ValueWalker::VisitNextElement() {
     }
 }
 
+void ValueWalker::EnterOpenValue(const OpenValue& value) {
+    if (m_visitor.VisitOpenValue(value) && value.IsContainer()) {
+        const OpenItems items = value.GetItems();
+        m_openFrames.push_back({items.begin(), items.end(), value, 0, {}});
+    }
+}
+
+void ValueWalker::VisitNextOpenItem() {
+    OpenFrame& frame = m_openFrames.back();
+    if (frame.next == frame.end) {
+        const std::optional<OpenValue> value = frame.value;
+        m_openFrames.pop_back();
+        if (value) {
+            m_visitor.EndOpenValue(*value);
+        }
+        return;
+    }
+    const OpenItem item = *frame.next++;
+    const std::size_t index = frame.count++;
+    if (frame.value && frame.value->GetKind() == OpenKind::Array) {
+        m_visitor.VisitElement(index);
+    } else {
+        frame.member = item.name;
+        const OpenMember member{item.name, IsSecretName(item.name), !frame.value && IsTaken(item.name)};
+        if (!m_visitor.VisitOpenMember(member)) {
+            return;
+        }
+    }
+    EnterOpenValue(item.value);
+}
+
+bool ValueWalker::IsTaken(std::string_view name) const {
+    return name == "$type" || m_frames.back().type->FindProperty(name) != nullptr;
+}
+
 std::string ValueWalker::GetPath() const {
     std::string path;
     for (const Frame& frame : m_frames) {
@@ -133,10 +189,24 @@ std::string ValueWalker::GetPath() const {
             path += '[' + std::to_string(frame.next - 1) + ']';
             continue;
         }
+        if (frame.next > frame.type->GetProperties().size()) {
+            break; // in its open content
+        }
         if (!path.empty()) {
             path += '.';
         }
         path += frame.type->GetProperties()[frame.next - 1]->GetName();
+    }
+    for (const OpenFrame& frame : m_openFrames) {
+        if (frame.count == 0) {
+            break;
+        }
+        if (frame.value && frame.value->GetKind() == OpenKind::Array) {
+            path += '[' + std::to_string(frame.count - 1) + ']';
+            continue;
+        }
+        path += path.empty() ? "" : ".";
+        AppendMemberName(path, frame.member);
     }
     return path;
 }

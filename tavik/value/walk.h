@@ -1,9 +1,11 @@
 #pragma once
 
 #include "tavik/export.h"
+#include "tavik/value/open_content.h"
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace Tavik {
@@ -16,6 +18,17 @@ class MoRef;
 class PrimitiveBase;
 class Property;
 class Type;
+
+/// A member inside of open content.
+struct OpenMember {
+    std::string_view name;
+    bool isSecret; ///< by its name; see `IsSecretName`
+    bool
+        isTaken; ///< the object has a described member of that name already, so messages have no place for it
+};
+
+/// What is wrong with an `OpenMember` whose name is taken.
+inline constexpr const char* kTakenName = "has the name of a described member of its object";
 
 /// What a `ValueWalker` tells of a value, in document order. `declared` is the type that the place has by its
 /// descriptor; null where there is none (the root) or where it is `anyType`.
@@ -38,6 +51,13 @@ public:
     virtual void VisitReference(const MoRef& reference, const Type* declared) = 0;
     /// An element that is null, or a root that is.
     virtual void VisitNull() = 0;
+    /// A member of open content, or of an object inside of it; true visits the value. The properties that the
+    /// type of an object describes come before those that it does not.
+    virtual bool VisitOpenMember(const OpenMember& member) = 0;
+    /// A value inside of open content. Of an object or array, false passes over what is in it, and no
+    /// `EndOpenValue` follows. Elements are told of by `VisitElement`, too.
+    virtual bool VisitOpenValue(const OpenValue& value) = 0;
+    virtual void EndOpenValue(const OpenValue& value) = 0;
     /// A value that can not be looked into, because no library has registered its type.
     virtual void VisitUnknown() = 0;
 };
@@ -51,11 +71,13 @@ public:
 
     /// `root` may be null. `declared` is the type of the place that holds it, null for none.
     void Walk(const Any* root, const Type* declared);
+    /// The same for a value inside of open content.
+    void Walk(const OpenValue& root);
     /// Path of the place that is being visited: "source.location.port", "disk[2].size"; empty at the root.
     std::string GetPath() const;
 
     /// Number of objects and arrays around that place.
-    std::size_t GetDepth() const { return m_frames.size(); }
+    std::size_t GetDepth() const { return m_frames.size() + m_openFrames.size(); }
 
 private:
     /// An object or array that has been begun and not ended.
@@ -68,15 +90,29 @@ private:
         std::size_t next; ///< the property or element to visit next
     };
 
+    /// Open content, or an object or array in it, that has been begun and not ended.
+    struct OpenFrame {
+        OpenItems::Iterator next;
+        OpenItems::Iterator end;
+        std::optional<OpenValue> value; ///< nothing for the content of a whole object
+        std::size_t count;              ///< of the items that have been begun
+        std::string_view member;        ///< the last one's name
+    };
+
+    void Run();
     void Enter(const Any* value, const Type* declared);
     void EnterObject(const DataObject& object, const Type* declared);
     void EnterArray(const ArrayBase& array, const Type* declaredElement);
     void EnterBoxed(const PrimitiveBase& boxed);
     void VisitNextProperty();
     void VisitNextElement();
+    void EnterOpenValue(const OpenValue& value);
+    void VisitNextOpenItem();
+    bool IsTaken(std::string_view name) const;
 
     ValueVisitor& m_visitor;
     std::vector<Frame> m_frames;
+    std::vector<OpenFrame> m_openFrames; ///< inside of the last of `m_frames`
 };
 
 } // namespace Tavik

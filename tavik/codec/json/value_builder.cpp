@@ -51,6 +51,14 @@ Place MakeRootPlace(const Type* expected) {
     throw Refusal{"there is a second member " + Quote(name)};
 }
 
+void WriteScalar(OpenContentWriter& content, const Token& token) {
+    switch (token.kind) {
+    case Token::Kind::Boolean: content.Boolean(token.text == "true"); break;
+    case Token::Kind::Number: content.Number(token.text); break;
+    case Token::Kind::String: content.String(token.text); break;
+    }
+}
+
 /// "a", "a and b", "a, b and c"
 std::string JoinNames(const std::vector<std::string>& names) {
     std::string text;
@@ -73,6 +81,10 @@ void ValueBuilder::BeginObject() {
     if (m_skipDepth != kNotSkipping) {
         return;
     }
+    if (m_content != nullptr) {
+        m_content->BeginObject();
+        return;
+    }
     const Place place = GetPlace();
     const bool isRoot = m_frames.empty(); // where anything may name its type
     if (!isRoot && !place.HoldsAnything() && !place.HoldsObject() && !place.HoldsReference()) {
@@ -85,6 +97,11 @@ void ValueBuilder::EndObject() {
     --m_depth;
     if (m_skipDepth != kNotSkipping) {
         m_skipDepth = m_depth > m_skipDepth ? m_skipDepth : kNotSkipping;
+        return;
+    }
+    if (m_content != nullptr) {
+        m_content->EndObject();
+        LeaveCompleteContent();
         return;
     }
     Frame& frame = m_frames.back();
@@ -104,6 +121,10 @@ void ValueBuilder::BeginArray() {
     if (m_skipDepth != kNotSkipping) {
         return;
     }
+    if (m_content != nullptr) {
+        m_content->BeginArray();
+        return;
+    }
     const Place place = GetPlace();
     if (!place.isArray || place.type->GetKind() == TypeKind::Byte) {
         throw Refusal{ExpectedButFound(place, kArray)};
@@ -117,6 +138,11 @@ void ValueBuilder::EndArray() {
         m_skipDepth = m_depth > m_skipDepth ? m_skipDepth : kNotSkipping;
         return;
     }
+    if (m_content != nullptr) {
+        m_content->EndArray();
+        LeaveCompleteContent();
+        return;
+    }
     const Pellum::Ref<Any> value = std::move(m_frames.back().value);
     m_frames.pop_back();
     Store(value);
@@ -124,6 +150,12 @@ void ValueBuilder::EndArray() {
 
 void ValueBuilder::Key(std::string_view name) {
     if (m_skipDepth != kNotSkipping) {
+        return;
+    }
+    if (m_content != nullptr) {
+        if (!m_content->Name(name)) {
+            RefuseRepeated(name);
+        }
         return;
     }
     if (m_frames.back().kind == FrameKind::Opened) {
@@ -141,6 +173,11 @@ void ValueBuilder::Key(std::string_view name) {
 void ValueBuilder::Scalar(const Token& token) {
     CountValue();
     if (SkipsScalar()) {
+        return;
+    }
+    if (m_content != nullptr) {
+        WriteScalar(*m_content, token);
+        LeaveCompleteContent();
         return;
     }
     if (!m_frames.empty() && m_frames.back().kind == FrameKind::Reference) {
@@ -172,6 +209,11 @@ void ValueBuilder::Null() {
     if (SkipsScalar()) {
         return;
     }
+    if (m_content != nullptr) {
+        m_content->Null();
+        LeaveCompleteContent();
+        return;
+    }
     if (m_frames.empty() || m_frames.back().kind != FrameKind::Object) {
         throw Refusal{ExpectedButFound(GetPlace(), kNull)};
     }
@@ -188,6 +230,10 @@ std::string ValueBuilder::GetPath() const {
             path += path.empty() ? "" : ".";
             path += frame.property->GetName();
         }
+    }
+    if (m_content != nullptr) {
+        path += path.empty() ? "" : ".";
+        path += m_content->GetPath();
     }
     return path;
 }
@@ -217,6 +263,12 @@ bool ValueBuilder::SkipsScalar() {
         m_skipDepth = kNotSkipping;
     }
     return true;
+}
+
+void ValueBuilder::LeaveCompleteContent() {
+    if (m_content->IsComplete()) {
+        m_content = nullptr;
+    }
 }
 
 Place ValueBuilder::GetPlace() const {
@@ -289,6 +341,10 @@ void ValueBuilder::ObjectKey(Frame& frame, std::string_view name) {
         const Property* const found = frame.type->FindProperty(name);
         position = found != nullptr ? frame.type->GetPosition(*found) : properties.size();
     }
+    if (position == properties.size() && frame.type->IsOpen() && name != kTypeKey) {
+        ContentKey(frame, name);
+        return;
+    }
     const bool isKnown = position < properties.size() && properties[position]->IsPartOf(m_options.version);
     if (!isKnown && name != kTypeKey && m_options.lenient) {
         m_skipDepth = m_depth;
@@ -307,6 +363,17 @@ void ValueBuilder::ObjectKey(Frame& frame, std::string_view name) {
         throw Refusal{
             std::string("the type ") + frame.property->GetDescriptor().type->name + " is not registered"};
     }
+}
+
+void ValueBuilder::ContentKey(Frame& frame, std::string_view name) {
+    if (frame.content == nullptr) {
+        auto& object = static_cast<DataObject&>(*frame.value);
+        frame.content = std::make_unique<OpenContentWriter>(*frame.type->GetOpenContent(object));
+    }
+    if (!frame.content->Name(name)) {
+        RefuseRepeated(name);
+    }
+    m_content = frame.content.get();
 }
 
 void ValueBuilder::RefuseUnknownProperty(const Frame& frame, std::string_view name) const {
@@ -386,7 +453,10 @@ void ValueBuilder::CheckRequired(const Frame& frame) const {
 Pellum::Ref<Any> ValueBuilder::Finish(Frame& frame) {
     frame.property = nullptr; // what is wrong now is so with the whole
     switch (frame.kind) {
-    case FrameKind::Object: CheckRequired(frame); break;
+    case FrameKind::Object:
+        CheckRequired(frame);
+        frame.content.reset();
+        break;
     case FrameKind::Box:
         if (frame.value.Get() == nullptr) {
             throw Refusal{"the member \"value\" is missing"};

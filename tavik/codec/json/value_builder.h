@@ -5,9 +5,11 @@
 #include "tavik/codec/json/scalar_reader.h"
 #include "tavik/codec/json/wording.h"
 #include "tavik/value/array_base.h"
+#include "tavik/value/open_writer.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -66,9 +68,10 @@ private:
 
         // Of data objects.
         const DataObjectType* type = nullptr;
-        const Property* property = nullptr; ///< the one whose value comes next
-        std::size_t position = 0;           ///< of that property in the type's list
-        std::vector<std::uint8_t> marks;    ///< `PropertyMarks` of each property
+        const Property* property = nullptr;         ///< the one whose value comes next
+        std::size_t position = 0;                   ///< of that property in the type's list
+        std::vector<std::uint8_t> marks;            ///< `PropertyMarks` of each property
+        std::unique_ptr<OpenContentWriter> content; ///< of an open type, once there is something to write
 
         // Of arrays: two views of `value`, one of which is null.
         DataArrayBase* objects = nullptr;
@@ -86,6 +89,8 @@ private:
     void Nest();
     /// Passes over the value that begins; returns whether there is one to pass over.
     bool SkipsScalar();
+    /// Ends the unknown property of an open type when it has its whole value.
+    void LeaveCompleteContent();
     /// Where the value that begins belongs.
     Place GetPlace() const;
 
@@ -94,6 +99,7 @@ private:
     void StartObject(Frame& frame, const Type& type) const;
     void StartArray(const Place& place);
     void ObjectKey(Frame& frame, std::string_view name);
+    void ContentKey(Frame& frame, std::string_view name);
     void BoxKey(Frame& frame, std::string_view name);
     void ReferenceKey(Frame& frame, std::string_view name);
     void ReferenceMember(Frame& frame, const Token& token) const;
@@ -115,6 +121,8 @@ private:
     /// Nesting within the unknown member that is being passed over; `kNotSkipping` outside of one.
     static constexpr std::size_t kNotSkipping = static_cast<std::size_t>(-1);
     std::size_t m_skipDepth = kNotSkipping;
+    /// What takes the unknown property of an open type that is being read; null outside of one.
+    OpenContentWriter* m_content = nullptr;
 };
 
 } // namespace Json

@@ -52,9 +52,10 @@ std::vector<Difference> FindMismatches(const Tavik::Any& value, const Tavik::Any
         properties.push_back(StripIndex(difference.path));
     }
     const auto inPattern = FindPlaces(pattern, properties, showSecrets);
+    // Open content of the pattern has no place for what it does not ask for.
     std::erase_if(mismatches, [&inPattern](const Difference& difference) {
         const auto place = inPattern.find(StripIndex(difference.path));
-        return place != inPattern.end() && place->second.isOptional && !place->second.isSet;
+        return place == inPattern.end() || (place->second.isOptional && !place->second.isSet);
     });
     return mismatches;
 }

@@ -78,6 +78,25 @@ public:
         Found([&] { return Tavik::Print(&reference, m_options); });
     }
 
+    bool VisitOpenMember(const Tavik::OpenMember& member) override {
+        m_isSecret = m_outerSecrets.back() || member.isSecret;
+        const std::string path = m_walker.GetPath();
+        if (m_paths.contains(path)) {
+            m_places[path] = {true, m_isSecret, true, {}};
+        }
+        return true;
+    }
+
+    bool VisitOpenValue(const Tavik::OpenValue& value) override {
+        Found([&] { return Tavik::Print(value, m_options); });
+        if (value.IsContainer()) {
+            Enter();
+        }
+        return true;
+    }
+
+    void EndOpenValue(const Tavik::OpenValue& /*value*/) override { Leave(); }
+
     void VisitNull() override {
         Found([] { return std::string("null"); });
     }

@@ -16,9 +16,13 @@ namespace {
 using SetPropertyVisitor =
     std::function<bool(const Tavik::Property& property, const Tavik::ValueWalker& walker)>;
 
+/// The same for members of open content.
+using OpenMemberVisitor = std::function<bool(const Tavik::OpenMember& member)>;
+
 class SetPropertyWalk final : public Tavik::ValueVisitor {
 public:
-    explicit SetPropertyWalk(SetPropertyVisitor visit) : m_visit(std::move(visit)), m_walker(*this) {}
+    SetPropertyWalk(SetPropertyVisitor visit, OpenMemberVisitor visitOpen)
+        : m_visit(std::move(visit)), m_visitOpen(std::move(visitOpen)), m_walker(*this) {}
 
     void Walk(const Tavik::Any& value) { m_walker.Walk(&value, nullptr); }
 
@@ -48,12 +52,19 @@ public:
 
     void VisitReference(const Tavik::MoRef& /*reference*/, const Tavik::Type* /*declared*/) override {}
 
+    bool VisitOpenMember(const Tavik::OpenMember& member) override { return m_visitOpen(member); }
+
+    bool VisitOpenValue(const Tavik::OpenValue& value) override { return value.IsContainer(); }
+
+    void EndOpenValue(const Tavik::OpenValue& /*value*/) override {}
+
     void VisitNull() override {}
 
     void VisitUnknown() override {}
 
 private:
     SetPropertyVisitor m_visit;
+    OpenMemberVisitor m_visitOpen;
     Tavik::ValueWalker m_walker;
 };
 
@@ -72,24 +83,30 @@ std::string WriteValue(const Tavik::Any& value, const Tavik::Version* version, i
 
 std::vector<SetProperty> FindVanishing(const Tavik::Any& value, const Tavik::Version& version) {
     std::vector<SetProperty> vanishing;
-    SetPropertyWalk walk([&](const Tavik::Property& property, const Tavik::ValueWalker& walker) {
+    const auto visit = [&](const Tavik::Property& property, const Tavik::ValueWalker& walker) {
         const bool stays = property.IsPartOf(&version);
         if (!stays) {
             vanishing.push_back({walker.GetPath(), property.GetVersion()});
         }
         return stays;
-    });
+    };
+    SetPropertyWalk walk(visit, [](const Tavik::OpenMember& /*member*/) { return false; }); // all of it stays
     walk.Walk(value);
     return vanishing;
 }
 
 std::size_t CountSecrets(const Tavik::Any& value, const Tavik::Version* version) {
     std::size_t count = 0;
-    SetPropertyWalk walk([&](const Tavik::Property& property, const Tavik::ValueWalker& /*walker*/) {
+    const auto visit = [&](const Tavik::Property& property, const Tavik::ValueWalker& /*walker*/) {
         const bool stays = property.IsPartOf(version);
         count += stays && property.IsSecret() ? 1 : 0;
         return stays && !property.IsSecret();
-    });
+    };
+    const auto visitOpen = [&](const Tavik::OpenMember& member) {
+        count += member.isSecret ? 1 : 0;
+        return !member.isSecret;
+    };
+    SetPropertyWalk walk(visit, visitOpen);
     walk.Walk(value);
     return count;
 }
