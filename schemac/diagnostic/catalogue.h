@@ -32,7 +32,7 @@ inline constexpr Message<Name, Name> kMissingWire{
 inline constexpr Message<Name> kMissingSince{
     111, "type '{}' has no version: write 'since <version>' after it"};
 inline constexpr Message<> kMixedSeparators{112, "'.' and '::' cannot be mixed in one name"};
-inline constexpr Message<Name> kOpenNotData{113, "only a data type can be open, not {}"};
+inline constexpr Message<Name> kCannotBeOpen{113, "only a data type or a fault can be open, not {}"};
 
 // Names
 inline constexpr Message<Name, Text> kUnknownType{201, "no type is named '{}'{}"};

@@ -96,7 +96,9 @@ std::string MemberType(const Model::Property& property) {
 
 std::string BaseClass(const Model::DataType& type) {
     const Model::BuiltinType* builtin = type.base->AsBuiltin();
-    return builtin != nullptr ? BuiltinCppType(builtin->builtin) : Naming::QualifiedClassName(*type.base);
+    const std::string base =
+        builtin != nullptr ? BuiltinCppType(builtin->builtin) : Naming::QualifiedClassName(*type.base);
+    return type.AddsOpenContent() ? "Tavik::OpenObject<" + base + ">" : base;
 }
 
 std::string RelativeName(const Model::Type& type) {

@@ -27,7 +27,8 @@ std::string ArrayType(const Model::Property& property);
 /// The type of the member that holds the property.
 std::string MemberType(const Model::Property& property);
 
-/// What a class derives from: "Tavik::DynamicData" or a generated class.
+/// What a class derives from: "Tavik::DynamicData" or a generated class, with the place for open content
+/// around it when the type is the first one to have any.
 std::string BaseClass(const Model::DataType& type);
 
 /// The class's name as it is written inside its namespace: "ComputerSpec::LiveComputerLocation".

@@ -1,7 +1,6 @@
 #include "schemac/emit/emitters.h"
 
 #include <memory>
-#include <stdexcept>
 #include <vector>
 
 #include "schemac/emit/documentation_emitter.h"
@@ -25,12 +24,6 @@ std::vector<std::unique_ptr<Emitter>> AllEmitters() {
 } // namespace
 
 void EmitAll(const Model::Module& module, OutputSet& output) {
-    for (const Model::DataType* type : module.DataTypes()) {
-        if (type->isOpen) {
-            throw std::runtime_error(
-                "open type " + type->dottedName + ": code for open types is not generated yet");
-        }
-    }
     for (const auto& emitter : AllEmitters()) {
         emitter->Emit(module, output);
     }

@@ -4,8 +4,7 @@
 
 namespace Schemac::Emit {
 
-/// Adds everything that is generated for a module, section by section. Throws std::runtime_error for what the
-/// language knows and the emitters do not.
+/// Adds everything that is generated for a module, section by section.
 void EmitAll(const Model::Module& module, OutputSet& output);
 
 } // namespace Schemac::Emit

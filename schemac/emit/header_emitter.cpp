@@ -72,8 +72,10 @@ std::string DocComment(const std::string& doc) {
 }
 
 std::string TypeDoc(const Model::Type& type) {
+    const Model::DataType* data = type.AsData();
     return DocComment(
-        type.doc + "\nWire name `" + type.wireName + "`; since " + type.version->fullName + ".");
+        type.doc + "\nWire name `" + type.wireName + "`; since " + type.version->fullName + "."
+        + (data != nullptr && data->isOpen ? "\nOpen: `_GetContent` holds whatever properties arrive." : ""));
 }
 
 std::string PropertyDoc(const Model::Property& property, const Model::DataType& owner) {
@@ -109,6 +111,11 @@ private:
         const bool hasData = std::any_of(
             classes.begin(), classes.end(), [](const Model::Type* type) { return type->IsDataOrFault(); });
         std::set<std::string> paths{hasData ? "types/data/data_object.h" : "tavik/type/type_of.h"};
+        for (const Model::Type* type : classes) {
+            if (type->AsData() != nullptr && type->AsData()->AddsOpenContent()) {
+                paths.insert("tavik/value/open_object.h");
+            }
+        }
         for (const Model::Type* needed : Model::CollectHeaderNeeds(m_topLevel).includes) {
             paths.insert(Naming::HeaderPath(*needed));
         }

@@ -42,7 +42,7 @@ TYPES_FIELD_FUNCTIONS_$kind$($class$);
 
 constinit const Morvane::Support::FieldTable $root$::$fieldTable$ = {
     $fieldList$, $root$::$properties$, $count$, $base$, $foreignBase$,
-    &Morvane::Support::FieldFunctions<$class$>::Create};
+    &Morvane::Support::FieldFunctions<$class$>::Create, $content$};
 )";
 
 constexpr std::string_view kClassDefinitions = R"(
@@ -175,8 +175,11 @@ private:
              {"count", std::to_string(type.properties.size())},
              {"base", hasBase ? "&" + root + "::" + FieldTableName(*type.base) : "nullptr"},
              {"foreignBase", isForeign && !type.base->IsBuiltin()
-                                 ? "&Tavik::GetDoType<" + BaseClass(type) + ">"
-                                 : "nullptr"}});
+                                 ? "&Tavik::GetDoType<" + Naming::QualifiedClassName(*type.base) + ">"
+                                 : "nullptr"},
+             {"content", type.AddsOpenContent()
+                             ? "&Tavik::OpenContentOf<" + Naming::QualifiedClassName(type) + ">"
+                             : "nullptr"}});
         return text + "\n" + Definitions(type);
     }
 
@@ -196,7 +199,7 @@ private:
     static std::string Definitions(const Model::DataType& type) {
         const std::string name = RelativeName(type);
         const std::string& simple = type.classPath.back();
-        const std::string base = BaseClass(type);
+        const std::string base = Naming::QualifiedClassName(*type.base);
         std::string accessors;
         for (const Model::Property& property : type.properties) {
             for (const AccessorText& accessor : AccessorsOf(property, type)) {

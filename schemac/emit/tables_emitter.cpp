@@ -70,12 +70,13 @@ namespace $tables$ {
 namespace {
 
 $dataTypes$
+$openTypes$
 $enums$
 $managed$
 /// The types in slot order; null until the loader function has run.
 Tavik::Type* slots[$slotCount$];
 
-constexpr Tavik::TypeLibrary kLibrary = {$dataSpan$, $enumSpan$, $managedSpan$, slots, &kRegistration};
+constexpr Tavik::TypeLibrary kLibrary = {$dataSpan$, $openSpan$, $enumSpan$, $managedSpan$, slots, &kRegistration};
 
 } // namespace
 
@@ -159,10 +160,12 @@ public:
                             {"includes", Includes()},
                             {"externs", Externs()},
                             {"dataTypes", DataTypes()},
+                            {"openTypes", OpenTypes()},
                             {"enums", Enums()},
                             {"managed", ManagedTypes()},
                             {"slotCount", std::to_string(slotCount)},
                             {"dataSpan", m_module.DataTypes().empty() ? "{}" : "dataTypes"},
+                            {"openSpan", OpenTypes().empty() ? "{}" : "openTypes"},
                             {"enumSpan", m_module.EnumTypes().empty() ? "{}" : "enums"},
                             {"managedSpan", m_module.ManagedTypes().empty() ? "{}" : "managedTypes"},
                             {"importAddresses", Lines(
@@ -310,6 +313,20 @@ private:
                   + ", Morvane::Support::Properties::" + std::string(PropertiesKind(*type)) + "),\n";
         }
         return rows.empty() ? rows : "constinit Tavik::DataTypeInfo dataTypes[] = {\n" + rows + "};\n";
+    }
+
+    /// What finds the content of objects of open types. Derived types find it like their bases.
+    std::string OpenTypes() const {
+        std::string rows;
+        for (std::size_t i = 0; i < m_module.DataTypes().size(); ++i) {
+            const Model::DataType& type = *m_module.DataTypes()[i];
+            if (type.AddsOpenContent()) {
+                rows += "    {" + std::to_string(i) + ", &Tavik::OpenContentOf<"
+                      + Naming::QualifiedClassName(type) + ">},\n";
+            }
+        }
+        return rows.empty() ? rows
+                            : "constexpr Tavik::OpenTypeRegistration openTypes[] = {\n" + rows + "};\n";
     }
 
     std::string Enums() const {

@@ -32,6 +32,16 @@ bool Type::Is(BuiltinKind builtin) const {
     return self != nullptr && self->builtin == builtin;
 }
 
+bool DataType::AddsOpenContent() const {
+    for (const Type* type = base; isOpen && type != nullptr; type = type->Base()) {
+        const DataType* data = type->AsData();
+        if (data != nullptr && data->isOpen) {
+            return false;
+        }
+    }
+    return isOpen;
+}
+
 const BuiltinType* Type::AsBuiltin() const {
     return kind == TypeKind::Builtin ? static_cast<const BuiltinType*>(this) : nullptr;
 }

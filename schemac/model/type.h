@@ -117,6 +117,9 @@ struct DataType final : Type {
     bool isOpen = false;              ///< contents are not described here
 
     bool IsFault() const { return kind == TypeKind::Fault; }
+
+    /// Whether objects carry open content that the base has no place for.
+    bool AddsOpenContent() const;
 };
 
 struct EnumTag {

@@ -341,8 +341,8 @@ private:
         }
         const TypeKeyword& keyword = *FindTypeKeyword(Advance().text);
         type->kind = keyword.kind;
-        if (type->isOpen && type->kind != TypeDeclKind::Data) {
-            m_reporter.Report(start, Diagnostics::kOpenNotData, keyword.article);
+        if (type->isOpen && type->kind != TypeDeclKind::Data && type->kind != TypeDeclKind::Fault) {
+            m_reporter.Report(start, Diagnostics::kCannotBeOpen, keyword.article);
         }
         type->name = ParseName("the name of the type");
         try {

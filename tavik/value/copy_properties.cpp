@@ -3,6 +3,7 @@
 #include "tavik/type/data_object_type.h"
 #include "tavik/type/type_registry.h"
 #include "tavik/value/data_object.h"
+#include "tavik/value/open_content.h"
 
 #include <new>
 
@@ -11,6 +12,9 @@ namespace Tavik {
 void CopyProperties(DataObjectType* (*type)(), DataObject& target, const DataObject& source) {
     if (type() == nullptr) {
         TypeRegistry::Instance().Load();
+    }
+    if (const OpenContent* content = type()->GetOpenContent(source)) {
+        *type()->GetOpenContent(target) = *content;
     }
     for (const Property* property : type()->GetProperties()) {
         if (!property->IsSet(&source)) {

@@ -62,6 +62,9 @@ Ref<Tavik::DataObject> RandomObjects::Make(const Tavik::DataObjectType& type) {
             SetRandom(*object, *property);
         }
     }
+    if (Tavik::OpenContent* content = type.GetOpenContent(*object)) {
+        FillContent(*content);
+    }
     --m_depth;
     return object;
 }
@@ -149,6 +152,43 @@ Ref<Any> RandomObjects::MakeArray(const Tavik::Type& elementType) {
         }
     }
     return array;
+}
+
+void RandomObjects::FillContent(Tavik::OpenContent& content) {
+    Tavik::OpenContentWriter writer(content);
+    for (std::size_t count = 1 + Below(4); count > 0; --count) {
+        // A name that is there already is passed over.
+        if (writer.Name("open " + MakeText())) {
+            WriteOpenValue(writer, 0);
+        }
+    }
+}
+
+void RandomObjects::WriteOpenValue(Tavik::OpenContentWriter& writer, int depth) {
+    static constexpr std::array<const char*, 5> kNumbers = {
+        "0", "-12", "3.1400", "18446744073709551616", "-6.02214076e+23"};
+    const std::size_t count = Below(3);
+    switch (Below(depth < kUsualDepth ? 6 : 4)) {
+    case 0: writer.Null(); break;
+    case 1: writer.Boolean(Below(2) == 0); break;
+    case 2: writer.Number(kNumbers[Below(kNumbers.size())]); break;
+    case 3: writer.String(MakeText()); break;
+    case 4:
+        writer.BeginArray();
+        for (std::size_t i = 0; i < count; ++i) {
+            WriteOpenValue(writer, depth + 1);
+        }
+        writer.EndArray();
+        break;
+    default:
+        writer.BeginObject();
+        for (std::size_t i = 0; i < count; ++i) {
+            if (writer.Name(MakeText())) {
+                WriteOpenValue(writer, depth + 1);
+            }
+        }
+        writer.EndObject();
+    }
 }
 
 std::string RandomObjects::MakeText() {

@@ -3,6 +3,7 @@
 #include "pellum/object/ref.h"
 #include "tavik/type/data_object_type.h"
 #include "tavik/value/data_object.h"
+#include "tavik/value/open_writer.h"
 
 #include <random>
 #include <vector>
@@ -24,7 +25,8 @@ public:
 
     explicit RandomObjects(Fill fill = Fill::Some, unsigned seed = 1);
 
-    /// A valid object: whatever is required is set, values are of the declared types or derived from them.
+    /// A valid object: whatever is required is set, values are of the declared types or derived from them,
+    /// and open types have content.
     /// Nests about three levels deep; optional objects end there.
     Pellum::Ref<Tavik::DataObject> Make(const Tavik::DataObjectType& type);
     /// Gives a property of an object a new value.
@@ -38,6 +40,8 @@ private:
     Pellum::Ref<Tavik::Any> MakeScalar(const Tavik::Type& type);
     Pellum::Ref<Tavik::Any> MakeAny();
     Pellum::Ref<Tavik::Any> MakeArray(const Tavik::Type& elementType);
+    void FillContent(Tavik::OpenContent& content);
+    void WriteOpenValue(Tavik::OpenContentWriter& writer, int depth);
     std::string MakeText();
     std::size_t Below(std::size_t limit);
 

@@ -4,6 +4,7 @@
 #include "tavik/value/clone.h"
 #include "tavik/value/compare.h"
 #include "tavik/value/copy_properties.h"
+#include "tavik/value/open_content.h"
 #include "tavik/value/property_diff_set.h"
 #include "types/data/field_functions.h"
 
@@ -26,6 +27,14 @@ const Field& Checked(const FieldTable& table, int index) {
     return table.fields[index];
 }
 
+Tavik::OpenContent* ContentOf(const FieldTable& table, Tavik::Any& object) {
+    return table.content(static_cast<Tavik::DataObject*>(&object));
+}
+
+const Tavik::OpenContent* ContentOf(const FieldTable& table, const Tavik::Any& object) {
+    return ContentOf(table, const_cast<Tavik::Any&>(object));
+}
+
 void CopyFields(const FieldTable& table, Tavik::Any& target, const Tavik::Any& source) {
     if (table.base != nullptr) {
         CopyFields(*table.base, target, source);
@@ -33,6 +42,9 @@ void CopyFields(const FieldTable& table, Tavik::Any& target, const Tavik::Any& s
         Tavik::CopyProperties(
             table.foreignBase, static_cast<Tavik::DataObject&>(target),
             static_cast<const Tavik::DataObject&>(source));
+    }
+    if (table.content != nullptr) {
+        *ContentOf(table, target) = *ContentOf(table, source);
     }
     for (int i = 0; i < table.count; ++i) {
         const Field& field = table.fields[i];
@@ -51,6 +63,9 @@ Tavik::Any* CloneData(const FieldTable& table, const Tavik::Any& source) {
 
 bool AreFieldsEqual(const FieldTable& table, const Tavik::Any* a, const Tavik::Any* b, bool partial) {
     if (table.base != nullptr && !AreFieldsEqual(*table.base, a, b, partial)) {
+        return false;
+    }
+    if (table.content != nullptr && !ContentOf(table, *a)->IsEqual(*ContentOf(table, *b), partial)) {
         return false;
     }
     for (int i = 0; i < table.count; ++i) {
@@ -77,6 +92,9 @@ void DiffFields(
     Tavik::PropertyDiffSet& diffs) {
     if (table.base != nullptr) {
         DiffFields(*table.base, a, b, prefix, diffs);
+    }
+    if (table.content != nullptr) {
+        ContentOf(table, *a)->Diff(*ContentOf(table, *b), prefix, diffs);
     }
     for (int i = 0; i < table.count; ++i) {
         const Field& field = table.fields[i];

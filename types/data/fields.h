@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tavik/descriptor/records.h"
+#include "tavik/type/data_object_type.h"
 #include "tavik/value/cast.h"
 #include "types/data/storage.h"
 
@@ -36,6 +37,8 @@ struct FieldTable {
     Tavik::DataObjectType* (*foreignBase)();
     /// A new object of the class; null when out of memory.
     Tavik::DataObject* (*create)();
+    /// The open content that the class adds to its base; null when it adds none.
+    Tavik::OpenContentFunction content;
 };
 
 template <class T>
