@@ -30,6 +30,16 @@ constinit const TypeInfo gOrlinRuntimeFaultTypeInfo = {
 constinit const TypeInfo gOrlinManagedObjectTypeInfo = {
     TypeKind::Managed, "orlin.ManagedObject", "ManagedObject", TAVIK_ORLIN_VERSION};
 
-#undef TAVIK_ORLIN_VERSION
-
 } // namespace Tavik
+
+namespace Orlin {
+
+constinit const Tavik::TypeInfo gOrlinFaultInvalidArgumentTypeInfo = {
+    Tavik::TypeKind::Fault, "orlin.fault.InvalidArgument", "InvalidArgument", TAVIK_ORLIN_VERSION};
+constinit const Tavik::TypeInfo gOrlinQueryPropertyCollectorTypeInfo = {
+    Tavik::TypeKind::Managed, "orlin.query.PropertyCollector", "PropertyCollector",
+    "orlin.query.version.version1"};
+
+} // namespace Orlin
+
+#undef TAVIK_ORLIN_VERSION

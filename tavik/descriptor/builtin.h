@@ -24,3 +24,11 @@ extern TAVIK_API const TypeInfo gOrlinRuntimeFaultTypeInfo;
 extern TAVIK_API const TypeInfo gOrlinManagedObjectTypeInfo;
 
 } // namespace Tavik
+
+/// Descriptors of the types of `orlin.tavik`.
+namespace Orlin {
+
+extern TAVIK_API const Tavik::TypeInfo gOrlinFaultInvalidArgumentTypeInfo;
+extern TAVIK_API const Tavik::TypeInfo gOrlinQueryPropertyCollectorTypeInfo;
+
+} // namespace Orlin

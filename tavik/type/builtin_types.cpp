@@ -2,6 +2,8 @@
 
 #include "tavik/descriptor/builtin.h"
 #include "tavik/fault/method_fault.h"
+#include "tavik/invalid_argument.h"
+#include "tavik/property_collector.h"
 #include "tavik/type/data_object_type.h"
 #include "tavik/type/managed_object_type.h"
 #include "tavik/type/type_of.h"
@@ -9,11 +11,14 @@
 #include "tavik/value/primitive.h"
 #include "tavik/value/scalar_array.h"
 
+#include <algorithm>
 #include <new>
 
 namespace Tavik {
 
 namespace {
+
+using Orlin::Fault::InvalidArgument;
 
 template <class T>
 class ScalarType final : public Type {
@@ -45,6 +50,10 @@ public:
     ArrayBase* NewArray() const override { return new (std::nothrow) Array<Pellum::Ref<Any>>; }
 };
 
+Type* MakeAny() {
+    return new AnyType(gAnyTypeInfo);
+}
+
 bool IsAlwaysSet(const Any* /*object*/, int /*index*/) {
     return true;
 }
@@ -75,34 +84,89 @@ constexpr DataTypeInfo kMethodFault =
     DescribeData<MethodFault>(gOrlinMethodFaultTypeInfo, &gOrlinDynamicDataTypeInfo);
 constexpr DataTypeInfo kRuntimeFault =
     DescribeData<RuntimeFault>(gOrlinRuntimeFaultTypeInfo, &gOrlinMethodFaultTypeInfo);
-constexpr ManagedTypeInfo kManagedObject = {
-    &gOrlinManagedObjectTypeInfo, nullptr, kNoProperties, kNoMethods, nullptr, nullptr, nullptr, nullptr};
+constexpr DataTypeInfo kInvalidArgument =
+    DescribeData<InvalidArgument>(Orlin::gOrlinFaultInvalidArgumentTypeInfo, &gOrlinRuntimeFaultTypeInfo);
 
-struct BuiltinTypes {
-    ScalarType<bool> boolean{gBoolTypeInfo};
-    ScalarType<signed char> byte{gByteTypeInfo};
-    ScalarType<std::int32_t> int32{gIntTypeInfo};
-    ScalarType<std::int64_t> int64{gLongTypeInfo};
-    ScalarType<float> float32{gFloatTypeInfo};
-    ScalarType<std::string> string{gStringTypeInfo};
-    ScalarType<Pellum::System::DateTime> dateTime{gDateTimeTypeInfo};
-    ScalarType<std::vector<std::uint8_t>> binary{gBinaryTypeInfo};
-    ScalarType<TypeName> typeName{gTypeNameTypeInfo};
-    ScalarType<PropertyPath> propertyPath{gPropertyPathTypeInfo};
-    AnyType any{gAnyTypeInfo};
-    DataObjectType dynamicData{&kDynamicData};
-    DataObjectType methodFault{&kMethodFault};
-    DataObjectType runtimeFault{&kRuntimeFault};
-    ManagedObjectType managedObject{&kManagedObject};
-    std::vector<Type*> all{&boolean, &byte,        &int32,       &int64,        &float32,
-                           &string,  &dateTime,    &binary,      &typeName,     &propertyPath,
-                           &any,     &dynamicData, &methodFault, &runtimeFault, &managedObject};
+constexpr ManagedTypeInfo DescribeManaged(const TypeInfo& type, const TypeInfo* base) {
+    return {&type, base, kNoProperties, kNoMethods, nullptr, nullptr, nullptr, nullptr};
+}
+
+constexpr ManagedTypeInfo kManagedObject = DescribeManaged(gOrlinManagedObjectTypeInfo, nullptr);
+constexpr ManagedTypeInfo kPropertyCollector =
+    DescribeManaged(Orlin::gOrlinQueryPropertyCollectorTypeInfo, &gOrlinManagedObjectTypeInfo);
+
+template <class T, const TypeInfo& info>
+Type* MakeScalar() {
+    return new ScalarType<T>(info);
+}
+
+template <const DataTypeInfo& info>
+Type* MakeData() {
+    return CreateDataObjectType(&info);
+}
+
+template <class T, const DataTypeInfo& info>
+Type* MakeOpenData() {
+    return CreateOpenDataObjectType(&info, &OpenContentOf<T>);
+}
+
+template <const ManagedTypeInfo& info>
+Type* MakeManaged() {
+    return CreateManagedObjectType(&info);
+}
+
+/// Every built-in type, each base before what derives from it.
+constexpr Type* (*kBuiltins[])() = {
+    &MakeScalar<bool, gBoolTypeInfo>,
+    &MakeScalar<signed char, gByteTypeInfo>,
+    &MakeScalar<std::int32_t, gIntTypeInfo>,
+    &MakeScalar<std::int64_t, gLongTypeInfo>,
+    &MakeScalar<float, gFloatTypeInfo>,
+    &MakeScalar<std::string, gStringTypeInfo>,
+    &MakeScalar<Pellum::System::DateTime, gDateTimeTypeInfo>,
+    &MakeScalar<std::vector<std::uint8_t>, gBinaryTypeInfo>,
+    &MakeScalar<TypeName, gTypeNameTypeInfo>,
+    &MakeScalar<PropertyPath, gPropertyPathTypeInfo>,
+    &MakeAny,
+    &MakeData<kDynamicData>,
+    &MakeData<kMethodFault>,
+    &MakeData<kRuntimeFault>,
+    &MakeOpenData<InvalidArgument, kInvalidArgument>,
+    &MakeManaged<kManagedObject>,
+    &MakeManaged<kPropertyCollector>,
 };
 
-BuiltinTypes& Builtins() {
+constexpr auto kLastKind = static_cast<std::size_t>(TypeKind::Managed);
+
+struct BuiltinTypes {
+    BuiltinTypes() {
+        for (const auto make : kBuiltins) {
+            Type* const type = all.emplace_back(make());
+            const auto kind = static_cast<std::size_t>(type->GetKind());
+            firstOfKind[kind] = firstOfKind[kind] != nullptr ? firstOfKind[kind] : type;
+        }
+    }
+
+    /// The type of a record that is in the list.
+    Type* Find(const TypeInfo& info) const {
+        return *std::find_if(
+            all.begin(), all.end(), [&](const Type* type) { return &type->GetInfo() == &info; });
+    }
+
+    std::vector<Type*> all;
+    Type* firstOfKind[kLastKind + 1] = {}; ///< a scalar type, or the root of a class tree
+};
+
+const BuiltinTypes& Builtins() {
     // Never destroyed, like the registry.
-    static BuiltinTypes& types = *new BuiltinTypes;
+    static const BuiltinTypes& types = *new BuiltinTypes;
     return types;
+}
+
+template <const TypeInfo& info>
+DataObjectType* FindData() {
+    static auto* const type = static_cast<DataObjectType*>(Builtins().Find(info));
+    return type;
 }
 
 } // namespace
@@ -112,27 +176,35 @@ const std::vector<Type*>& GetBuiltinTypes() {
 }
 
 Type* GetBuiltinType(TypeKind kind) {
-    if (kind == TypeKind::Managed) {
-        return &Builtins().managedObject;
-    }
-    // The scalar kinds are numbered in the order of the list, from 1.
-    const auto number = static_cast<std::size_t>(kind);
-    return number >= 1 && kind <= TypeKind::Any ? Builtins().all[number - 1] : nullptr;
+    const bool isTheOnlyOne = kind <= TypeKind::Any || kind == TypeKind::Managed;
+    return isTheOnlyOne ? Builtins().firstOfKind[static_cast<std::size_t>(kind)] : nullptr;
 }
 
 template <>
 DataObjectType* GetDoType<DynamicData>() {
-    return &Builtins().dynamicData;
+    return FindData<gOrlinDynamicDataTypeInfo>();
 }
 
 template <>
 DataObjectType* GetDoType<MethodFault>() {
-    return &Builtins().methodFault;
+    return FindData<gOrlinMethodFaultTypeInfo>();
 }
 
 template <>
 DataObjectType* GetDoType<RuntimeFault>() {
-    return &Builtins().runtimeFault;
+    return FindData<gOrlinRuntimeFaultTypeInfo>();
+}
+
+template <>
+DataObjectType* GetDoType<Orlin::Fault::InvalidArgument>() {
+    return FindData<Orlin::gOrlinFaultInvalidArgumentTypeInfo>();
+}
+
+template <>
+ManagedObjectType* GetMoType<Orlin::Query::PropertyCollector>() {
+    static auto* const type =
+        static_cast<ManagedObjectType*>(Builtins().Find(Orlin::gOrlinQueryPropertyCollectorTypeInfo));
+    return type;
 }
 
 } // namespace Tavik
