@@ -1,16 +1,12 @@
 #!/usr/bin/env bash
-# Runs the benchmark programs of the native release: every build/release/bin/*_bench.
+# Runs the benchmark programs of the native release and measures its size and how long it takes to build.
 #
 # Usage: scripts/bench.sh
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-shopt -s nullglob
-programs=(build/release/bin/*_bench)
-if [[ ${#programs[@]} -eq 0 ]]; then
-    echo "There is no benchmark program in build/release/bin." >&2
-    exit 1
-fi
-for program in "${programs[@]}"; do
-    "$program"
-done
+build/release/bin/values_bench
+echo
+scripts/measure-size.sh release
+echo
+scripts/measure-build.sh
