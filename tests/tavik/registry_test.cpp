@@ -1,6 +1,8 @@
 #include "tavik/type/type_registry.h"
 
 #include "tavik/descriptor/builtin.h"
+#include "tavik/invalid_argument.h"
+#include "tavik/property_collector.h"
 #include "tavik/type/data_object_type.h"
 #include "tavik/type/enum_type.h"
 #include "tavik/type/managed_object_type.h"
@@ -58,18 +60,60 @@ TEST(Registry, KnowsTheBuiltInTypes) {
           &Tavik::gFloatTypeInfo, &Tavik::gStringTypeInfo, &Tavik::gDateTimeTypeInfo, &Tavik::gBinaryTypeInfo,
           &Tavik::gTypeNameTypeInfo, &Tavik::gPropertyPathTypeInfo, &Tavik::gAnyTypeInfo,
           &Tavik::gOrlinDynamicDataTypeInfo, &Tavik::gOrlinMethodFaultTypeInfo,
-          &Tavik::gOrlinRuntimeFaultTypeInfo, &Tavik::gOrlinManagedObjectTypeInfo}) {
+          &Tavik::gOrlinRuntimeFaultTypeInfo, &Tavik::gOrlinManagedObjectTypeInfo,
+          &Orlin::gOrlinFaultInvalidArgumentTypeInfo, &Orlin::gOrlinQueryPropertyCollectorTypeInfo}) {
         const Tavik::Type* type = Registry().FindByInfo(info);
         ASSERT_NE(type, nullptr) << info->name;
         EXPECT_EQ(Registry().FindByName(info->name), type);
         EXPECT_EQ(type->GetKind(), info->kind);
+        ASSERT_NE(type->GetVersion(), nullptr);
+        EXPECT_EQ(type->GetVersion()->GetName(), info->version);
         if (info->kind <= TypeKind::Any) {
             EXPECT_EQ(Tavik::GetBuiltinType(info->kind), type);
         }
     }
-    EXPECT_EQ(Tavik::GetBuiltinType(TypeKind::Enum), nullptr);
+    EXPECT_EQ(Tavik::GetBuiltinType(TypeKind::Managed), Registry().FindByName("orlin.ManagedObject"));
+    for (const TypeKind kind : {TypeKind::Array, TypeKind::Enum, TypeKind::Data, TypeKind::Fault}) {
+        EXPECT_EQ(Tavik::GetBuiltinType(kind), nullptr);
+    }
     EXPECT_EQ(Tavik::GetBuiltinType(static_cast<TypeKind>(0)), nullptr);
-    EXPECT_TRUE(Registry().FindByName("orlin.RuntimeFault")->IsA(Registry().FindByName("orlin.DynamicData")));
+
+    const struct {
+        const char* name;
+        const char* wireName;
+        const char* base;
+    } derived[] = {
+        {"orlin.MethodFault", "MethodFault", "orlin.DynamicData"},
+        {"orlin.RuntimeFault", "RuntimeFault", "orlin.MethodFault"},
+        {"orlin.fault.InvalidArgument", "InvalidArgument", "orlin.RuntimeFault"},
+        {"orlin.query.PropertyCollector", "PropertyCollector", "orlin.ManagedObject"},
+    };
+
+    for (const auto& row : derived) {
+        const Tavik::Type* type = Registry().FindByWireName(row.wireName);
+        ASSERT_NE(type, nullptr) << row.wireName;
+        EXPECT_STREQ(type->GetName(), row.name);
+        EXPECT_EQ(type->GetBaseType(), Registry().FindByName(row.base));
+    }
+    EXPECT_EQ(
+        Tavik::GetDoType<Orlin::Fault::InvalidArgument>(), Registry().FindByWireName("InvalidArgument"));
+    EXPECT_EQ(
+        Tavik::GetMoType<Orlin::Query::PropertyCollector>(), Registry().FindByWireName("PropertyCollector"));
+}
+
+TEST(Registry, MakesInvalidArguments) {
+    using Orlin::Fault::InvalidArgument;
+    const auto* type = Tavik::GetDoType<InvalidArgument>();
+    const Pellum::Ref<Tavik::DataObject> made(type->New());
+    auto& fault = dynamic_cast<InvalidArgument&>(*made);
+    fault._GetContent().SetText("invalidProperty", "source.location");
+    const Pellum::Ref<InvalidArgument> clone(fault._Clone());
+    EXPECT_EQ(clone->_GetType(), type);
+    EXPECT_EQ(clone->ToString(), R"({"$type": "InvalidArgument", "invalidProperty": "source.location"})");
+    EXPECT_TRUE(fault._IsEqual(clone.Get(), false));
+    const Pellum::Ref<Tavik::ArrayBase> array(type->NewArray());
+    static_cast<Tavik::DataArrayBase&>(*array).AppendChecked(clone.Get());
+    EXPECT_EQ(array->_GetElementType(), type);
 }
 
 TEST(Registry, LoadsWhatRegistersLater) {
