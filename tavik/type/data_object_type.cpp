@@ -47,7 +47,7 @@ void Property::Reset(Any* object) const {
 }
 
 DataObjectType::DataObjectType(const DataTypeInfo* info, OpenContentFunction content)
-    : Type(info->type), m_dataInfo(info), m_content(content) {}
+    : Type(info->type), m_dataInfo(info), m_content(content), m_isDeclaredOpen(content != nullptr) {}
 
 DataObjectType::~DataObjectType() = default;
 

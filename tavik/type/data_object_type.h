@@ -101,6 +101,9 @@ public:
     /// is open.
     bool IsOpen() const { return m_content != nullptr; }
 
+    /// Whether the type itself is open, so that no base of it need be.
+    bool IsDeclaredOpen() const { return m_isDeclaredOpen; }
+
     /// Those properties of an object of this type or derived from it, borrowed; null unless the type is open.
     OpenContent* GetOpenContent(DataObject& object) const;
     const OpenContent* GetOpenContent(const DataObject& object) const;
@@ -117,7 +120,8 @@ private:
     void Resolve(TypeRegistry& registry);
 
     const DataTypeInfo* m_dataInfo;
-    OpenContentFunction m_content;
+    OpenContentFunction m_content; ///< the type's own, or that of a base
+    const bool m_isDeclaredOpen;
     DataObjectType* m_base = nullptr;
     bool m_resolved = false;
     std::vector<Property> m_own;

@@ -103,6 +103,10 @@ std::string CompareMethods(const MethodDescriptor* known, const MethodDescriptor
     }
 }
 
+std::string ContentText(const DataObjectType& type) {
+    return type.IsDeclaredOpen() ? "open" : "described";
+}
+
 template <class Record>
 std::string CompareBaseAndProperties(const Record& known, const Record& other) {
     std::string difference = Differ("base", TypeText(known.base), TypeText(other.base));
@@ -125,10 +129,13 @@ std::string DescribeDifference(const Type& known, const Type& other) {
     }
     switch (known.GetKind()) {
     case TypeKind::Data:
-    case TypeKind::Fault:
-        return CompareBaseAndProperties(
-            static_cast<const DataObjectType&>(known).GetDataTypeInfo(),
-            static_cast<const DataObjectType&>(other).GetDataTypeInfo());
+    case TypeKind::Fault: {
+        const auto& knownData = static_cast<const DataObjectType&>(known);
+        const auto& otherData = static_cast<const DataObjectType&>(other);
+        difference = CompareBaseAndProperties(knownData.GetDataTypeInfo(), otherData.GetDataTypeInfo());
+        return difference.empty() ? Differ("content", ContentText(knownData), ContentText(otherData))
+                                  : difference;
+    }
     case TypeKind::Enum:
         return CompareTags(static_cast<const EnumType&>(known), static_cast<const EnumType&>(other));
     case TypeKind::Managed: {

@@ -1,4 +1,5 @@
 #include "schemac/dump/dump.h"
+#include "schemac/emit/cpp_types.h"
 #include "schemac/model/header_needs.h"
 #include "schemac/model/naming.h"
 #include "tests/schemac/test_support.h"
@@ -105,6 +106,31 @@ TEST(GoodSchema, EnumerationsStandInTheOrderGiven) {
         order += type->name + " ";
     }
     EXPECT_EQ(order, "Last Inner First ");
+}
+
+TEST(GoodSchema, TheFirstOpenTypeOfAChainAddsTheContent) {
+    const auto compiled = CompileText(R"(
+        namespace m;
+        version version1;
+        /// D.
+        data Closed wire Closed since version1;
+        /// D.
+        open data First : Closed wire First since version1;
+        /// D.
+        data Middle : First wire Middle since version1 { a : int; }
+        /// D.
+        open data Last : Middle wire Last since version1;
+        /// D.
+        open fault Bad : orlin.RuntimeFault wire Bad since version1;
+        /// D.
+        open fault Worse : Bad wire Worse since version1;
+        )");
+    ASSERT_NE(compiled->module, nullptr) << ErrorText(*compiled);
+    std::string adding;
+    for (const Model::DataType* type : compiled->module->DataTypes()) {
+        adding += type->AddsOpenContent() ? type->name + " : " + Emit::BaseClass(*type) + "\n" : "";
+    }
+    EXPECT_EQ(adding, "First : Tavik::OpenObject<M::Closed>\nBad : Tavik::OpenObject<Tavik::RuntimeFault>\n");
 }
 
 TEST(GoodSchema, HeadersIncludeOnlyWhatNeedsADefinition) {

@@ -13,6 +13,10 @@ std::deque<HandMadeLibrary*>& Registered() {
 
 constexpr Tavik::EnumFuncs kNoFunctions{};
 
+Tavik::OpenContent* NoContent(Tavik::DataObject* /*object*/) {
+    return nullptr;
+}
+
 } // namespace
 
 HandMadeLibrary& HandMadeLibrary::Make(const char* nameSpace) {
@@ -33,14 +37,18 @@ void HandMadeLibrary::AddInclusion(const char* version, const char* included) {
 }
 
 const Tavik::TypeInfo* HandMadeLibrary::AddData(
-    Tavik::TypeInfo type, const Tavik::TypeInfo* base, std::vector<Tavik::PropertyDescriptor> properties) {
+    Tavik::TypeInfo type, const Tavik::TypeInfo* base, std::vector<Tavik::PropertyDescriptor> properties,
+    bool isOpen) {
     const Tavik::TypeInfo* info = &m_infos.emplace_back(type);
     properties.push_back({});
     Tavik::DataTypeInfo& record = m_data.emplace_back();
     record.type = info;
     record.base = base;
     record.properties = m_properties.emplace_back(std::move(properties)).data();
-    m_slots.emplace_back([&record] { return Tavik::CreateDataObjectType(&record); });
+    m_slots.emplace_back([&record, isOpen] {
+        return isOpen ? Tavik::CreateOpenDataObjectType(&record, &NoContent)
+                      : Tavik::CreateDataObjectType(&record);
+    });
     return info;
 }
 

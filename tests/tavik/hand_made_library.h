@@ -22,7 +22,7 @@ public:
     /// Types take the slots in the order in which they are added. `properties` needs no end row.
     const Tavik::TypeInfo* AddData(
         Tavik::TypeInfo type, const Tavik::TypeInfo* base,
-        std::vector<Tavik::PropertyDescriptor> properties = {});
+        std::vector<Tavik::PropertyDescriptor> properties = {}, bool isOpen = false);
     const Tavik::TypeInfo* AddEnum(Tavik::TypeInfo type, std::vector<const char*> tags);
     const Tavik::TypeInfo* AddManaged(Tavik::TypeInfo type, std::vector<Tavik::MethodDescriptor> methods);
     void AddNullSlot();

@@ -176,6 +176,10 @@ TEST(Registry, ReportsClashesAndKeepsTheFirst) {
         {"property 0 is", addData(usual, root, {q, p})},
         {"type of property p", addData(usual, root, {Row(&Tavik::gLongTypeInfo, 0, "p"), q})},
         {"flag word of property q", addData(usual, root, {p, Row(&Tavik::gStringTypeInfo, 0x202, "q")})},
+        {"content is described there and open here",
+         [=](HandMadeLibrary& library) {
+             library.AddData(usual, root, {p, q}, true);
+         }},
         {"kind is",
          [](HandMadeLibrary& library) {
              library.AddEnum({TypeKind::Enum, "clash.Type", "ClashType", kBaseVersion}, {"a"});

@@ -58,6 +58,8 @@ INSTANTIATE_TEST_SUITE_P(
         Invocation{{"types", "--base", "ComputerSpec.VmLocation"}, 0, "OstrelHostedVmLocation", ""},
         Invocation{{"describe", "MorvaneUserSession"}, 0, "types/api/core/user_session.h", ""},
         Invocation{{"describe", "ComputerSpec.ManagedVmLocation"}, 0, "zabro.VirtualMachine  ", ""},
+        Invocation{{"describe", "VmConfigSpec"}, 0, "Carries whatever other properties arrive", ""},
+        Invocation{{"new", "zabro.vm.ConfigSpec"}, 0, "{\n  \"$type\": \"VmConfigSpec\"\n}", ""},
         Invocation{{"versions"}, 0, "6.6, but not 6.8", ""},
         Invocation{{"versions", "v9_0"}, 0, "morvane.ZabroConnectionSpec.sslCertificate", ""},
         Invocation{{"versions", "--all"}, 0, "zabro.version.v8_0_0_1", ""},
@@ -130,6 +132,60 @@ TEST(Convert, SaysWhatAnOlderVersionDoesNotHave) {
         "location.clientPrivateKey\nlocation.sslCertificate\n");
     // Of the two secrets one is left out, and not counted as hidden.
     EXPECT_THAT(RunTool({"convert", "--to-version", "6.0", kRequest}).err, HasSubstr("1 secret is written"));
+}
+
+/// Two values of an open type, how they differ, and what of the second one as a pattern does not match.
+struct OpenComparison {
+    const char* first;
+    const char* second;
+    const char* diff;
+    const char* mismatches;
+};
+
+TEST(OpenTypes, AreComparedByTheirContent) {
+    const OpenComparison cases[] = {
+        {R"("a": 1, "b": {"c": [2, 3]})", R"("b": {"c": [2, 3]}, "a": 1)", "", ""},
+        {R"("a": 1, "b": {"c": [2, 3]})", R"("b": {"c": [2, 4]})",
+         "a\n  - 1\n  + unset\nb.c[1]\n  - 3\n  + 4\n", "b.c[1]\n  - 3\n  + 4\n"},
+        {R"("b": {"c": [2, 3], "d": null})", R"("b": {"c": [2]})",
+         "b.c[1]\n  - 3\n  + unset\nb.d\n  - null\n  + unset\n", "b.c[1]\n  - 3\n  + unset\n"},
+        {R"("a": 1)", R"("a": {}, "two\u001b words": 2)",
+         "a\n  - 1\n  + {}\n\"two\\u001b words\"\n  - unset\n  + 2\n",
+         "a\n  - 1\n  + {}\n\"two\\u001b words\"\n  - unset\n  + 2\n"},
+        {R"("u": {"password": {"x": 1}})", R"("u": {"password": {"x": 2}})",
+         "u.password.x  a secret\n  - \"***\"\n  + \"***\"\n",
+         "u.password.x  a secret\n  - \"***\"\n  + \"***\"\n"},
+    };
+    const TestSupport::TemporaryFolder folder;
+    const auto write = [&](const char* name, const char* content) {
+        return folder.Write(name, R"({"$type": "VmConfigSpec", )" + std::string(content) + "}");
+    };
+    for (const OpenComparison& test : cases) {
+        const std::string first = write("first.json", test.first);
+        const std::string second = write("second.json", test.second);
+        EXPECT_EQ(RunTool({"diff", first, second}).out, test.diff);
+        const RunResult matched = RunTool({"match", first, second});
+        const bool matches = *test.mismatches == '\0';
+        EXPECT_EQ(matched.exitCode, matches ? 0 : 1);
+        EXPECT_THAT(matched.out, EndsWith(matches ? "matches\n" : test.mismatches));
+    }
+}
+
+TEST(OpenTypes, AreConvertedWhole) {
+    const std::string text =
+        R"({"$type": "VmConfigSpec", "n": 1.50, "guest": {"adminPassword": "sesame", "tokens": [1]}})";
+    const RunResult shown =
+        RunTool({"convert", "--show-secrets", "--compact", "--to-version", "1.0", "-"}, text);
+    EXPECT_EQ(shown.out, text + "\n");
+    const RunResult hidden = RunTool({"convert", "--compact", "-"}, text);
+    EXPECT_EQ(
+        hidden.out, "{\"$type\": \"VmConfigSpec\", \"n\": 1.50, "
+                    "\"guest\": {\"adminPassword\": \"***\", \"tokens\": \"***\"}}\n");
+    EXPECT_THAT(hidden.err, HasSubstr("2 secrets are written as \"***\""));
+    EXPECT_THAT(
+        RunTool({"check", "-"}, R"({"$type": "NotFound", "a": {"password": "sesame", "password": 1}})")
+            .GetAll(),
+        AllOf(HasSubstr("a: there is a second member"), Not(HasSubstr("sesame"))));
 }
 
 TEST(Types, SaysWhenNoneMatches) {

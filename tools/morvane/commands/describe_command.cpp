@@ -132,6 +132,10 @@ private:
     }
 
     void DescribeProperties(const Tavik::DataObjectType& type) {
+        if (type.IsOpen()) {
+            Heading("Open");
+            Paragraph("Carries whatever other properties arrive, as they came.", kIndent);
+        }
         Table table = MakePropertyTable();
         for (const Tavik::Property* property : type.GetProperties()) {
             const Tavik::DataObjectType& owner = property->GetOwner();
