@@ -1,5 +1,6 @@
 #include "pellum/error/fail_fast.h"
 #include "pellum/error/panic.h"
+#include "pellum/error/verify.h"
 
 #include <gtest/gtest.h>
 
@@ -35,6 +36,21 @@ TEST_F(FatalDeathTest, PanicFormatsItsMessageAndAborts) {
         Pellum::Panic("VERIFY %s:%d\n", "storage.cpp", 17);
     };
     EXPECT_EXIT(panic(), testing::KilledBySignal(SIGABRT), "^VERIFY storage.cpp:17\n$");
+}
+
+TEST_F(FatalDeathTest, VerifyTellsTheFileWithoutItsFolders) {
+    Pellum::Verify(true);
+    const auto verify = [](const char* file) {
+        const Trace trace;
+        Pellum::Verify(false, file, 203);
+    };
+    EXPECT_EXIT(
+        verify("/build/of/somebody/storage.cpp"), testing::KilledBySignal(SIGABRT),
+        "^VERIFY storage.cpp:203\n$");
+    EXPECT_EXIT(verify("storage.cpp"), testing::KilledBySignal(SIGABRT), "^VERIFY storage.cpp:203\n$");
+    EXPECT_EXIT(
+        verify("C:\\build\\storage.cpp"), testing::KilledBySignal(SIGABRT), "^VERIFY storage.cpp:203\n$");
+    EXPECT_EXIT(Pellum::Verify(false), testing::KilledBySignal(SIGABRT), "^VERIFY fatal_test.cpp:[0-9]+\n$");
 }
 
 /// What the trap is reported as differs between processors and under sanitizers; an orderly exit is never
