@@ -8,12 +8,7 @@ namespace Tavik {
 
 namespace {
 
-/// In the form that `Fold` gives names.
-constexpr std::string_view kSecretWords[] = {
-    "password", "passwd", "passphrase", "secret", "privatekey", "token", "cookie", "credential", "sessionid",
-};
-
-/// The name in lower case, without separators.
+/// The name as the words are written.
 std::string Fold(std::string_view name) {
     std::string folded;
     folded.reserve(name.size());

@@ -6,13 +6,13 @@
 
 namespace Tavik {
 
-/// Whether a property that no description flags is taken for a secret because of its name: whatever prints
-/// for people hides its whole value. True for names that contain one of
-///
-///     password  passwd  passphrase  secret  privateKey  token  cookie  credential  sessionId
-///
-/// in whatever case, with or without `_`, `-` and spaces between the letters. The list is here and in
-/// `secret_names.cpp`, nowhere else.
+/// What makes the name of a property that no description flags a secret's: such a name has one of these in
+/// it, in whatever case, and with or without `_`, `-` and spaces between the letters. Written in lower case.
+inline constexpr std::string_view kSecretWords[] = {
+    "password", "passwd", "passphrase", "secret", "privatekey", "token", "cookie", "credential", "sessionid",
+};
+
+/// Whether the name is a secret's by `kSecretWords`. Whatever prints for people hides the whole value then.
 TAVIK_API bool IsSecretName(std::string_view name);
 
 } // namespace Tavik
