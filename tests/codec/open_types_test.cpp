@@ -9,10 +9,14 @@
 
 #include <gmock/gmock.h>
 
+#include <random>
+
 namespace {
 
 using namespace Tavik;
 using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
 
 std::string Bag(std::string_view members) {
     return R"({"$type": "SampleBag")" + std::string(members.empty() ? "" : ", ") + std::string(members) + "}";
@@ -158,6 +162,29 @@ TEST(OpenTypesTest, TakeTheDeepestNestingOnASmallStack) {
         EXPECT_TRUE(AreEqualAnysInt(value.Get(), same.Get(), 0, false));
         EXPECT_EQ(Json::Encode(value.Get()), text);
     });
+}
+
+TEST(OpenTypesTest, AreReadTheSameAgainOrRefusedHoweverTheTextIsChanged) {
+    const std::string document = R"({"$type": "SampleLabelledBag", "label": "l", "a": [1.50, {"b": null, )"
+                                 R"("c": "\u00e4"}, []], "inner": {"x": {"y": [true, -1e5]}}, "z": {}})";
+    constexpr std::string_view characters = "{}[]\",:\\0-e.ulnab";
+    std::mt19937 random(7);
+    int accepted = 0;
+    for (int round = 0; round < 20'000; ++round) {
+        std::string text = document;
+        for (auto change = random() % 3 + 1; change > 0; --change) {
+            text[random() % text.size()] = characters[random() % characters.size()];
+        }
+        try {
+            const std::string written = Json::Encode(Json::Decode(text).Get());
+            EXPECT_EQ(Json::Encode(Json::Decode(written).Get()), written) << text;
+            ++accepted;
+        } catch (const Json::DecodeError& error) {
+            EXPECT_THAT(error.GetReason(), Not(IsEmpty()));
+        }
+    }
+    EXPECT_GT(accepted, 100);
+    EXPECT_LT(accepted, 10'000);
 }
 
 TEST(OpenTypesTest, GoWholeToEveryVersionThatHasTheType) {

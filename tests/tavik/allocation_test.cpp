@@ -73,6 +73,9 @@ TEST(OutOfMemory, LeavesNoHalfClone) {
         for (const Tavik::Property* property : type->GetProperties()) {
             random.SetRandom(*object, *property);
         }
+        if (Tavik::OpenContent* content = type->GetOpenContent(*object)) {
+            content->SetText("name", "a text that is too long to stand in a string itself");
+        }
         ExpectCloneOrNothing(*object);
     }
 }
