@@ -45,8 +45,9 @@ void DataArrayBase::AppendChecked(Any* element) {
     const auto* object = dynamic_cast<DataObject*>(element);
     const auto* wanted = static_cast<const DataObjectType*>(_GetElementType());
     if (element != nullptr && (object == nullptr || !object->_GetDataType()->IsA(wanted))) {
-        const Pellum::Ref<DataObject> expected(wanted->New());
-        Pellum::ThrowTypeMismatchException(typeid(*expected), typeid(*element));
+        const Pellum::Ref<DataObject> made(wanted->New());
+        const DataObject& expected = *made;
+        Pellum::ThrowTypeMismatchException(typeid(expected), typeid(*element));
     }
     m_elements.emplace_back(static_cast<DataObject*>(element));
 }
