@@ -13,13 +13,15 @@ using testing::HasSubstr;
 using testing::Not;
 
 /// Every secret of the examples, or the part of it that stands on one line.
-const std::vector<std::string> kSecrets = {
-    "correct-horse", "BEGIN EXAMPLE KEY", "VGhpcyBpcyBub3Qg", "not-a-real-password",
-    "52d1f0c4-example-session-key"};
+const std::vector<std::string> kSecrets = {"correct-horse",       "BEGIN EXAMPLE KEY",
+                                           "VGhpcyBpcyBub3Qg",    "Tm90IGEga2V5IGVpdGhlci",
+                                           "not-a-real-password", "52d1f0c4-example-session-key"};
 
 TEST(Secrets, AreShownByNoCommand) {
     const std::vector<std::string> files = {
         "connection_request.json",
+        "conversion_job_spec.json",
+        "conversion_request.json",
         "managed_vm_request.json",
         "pattern.json",
         "user_session.json",
