@@ -10,6 +10,7 @@ namespace ToolTests {
 namespace {
 
 using testing::AllOf;
+using testing::ContainsRegex;
 using testing::HasSubstr;
 
 TEST(Demo, ShowsWhatTheExamplesHold) {
@@ -19,7 +20,11 @@ TEST(Demo, ShowsWhatTheExamplesHold) {
         result.out, AllOf(
                         HasSubstr("\"hostname\": \"db-07.plant.example\""),
                         HasSubstr("\"password\": \"***\""), HasSubstr("location.clientPrivateKey  7.0"),
-                        HasSubstr("did you mean \"password\"?"), HasSubstr("broken/4_truncated.json:6:35")));
+                        HasSubstr("did you mean \"password\"?"), HasSubstr("broken/4_truncated.json:6:35"),
+                        HasSubstr("16 volumes onto 4 disks, gives 6 of them another size"),
+                        HasSubstr("storageParams.targetDiskParams[0].volumesToClone[2].newCapacityInBytes\n"
+                                  "     - 64424509440\n     + 85899345920\n"),
+                        HasSubstr("version 9.0 gets all of it"), ContainsRegex("metadataCsum +5 +9\\.0")));
 }
 
 TEST(Demo, FindsItsExamples) {
@@ -52,12 +57,26 @@ constexpr const char* kOtherMachine =
     R"({"$type": "MorvaneComputerSpec", "location":
         {"$type": "MorvaneComputerSpecLiveComputerLocation", "hostname": "other", "osType": "linux"}})";
 
+constexpr const char* kNothingToCopy =
+    R"({"$type": "MorvaneTaskSpec", "conversionParams": {"doClone": false}})";
+
+constexpr const char* kUnknownVolume =
+    R"({"$type": "MorvaneTaskSpec", "conversionParams": {"cloningParams": {"storageParams": {"targetDiskParams": [
+        {"volumesToClone": [{"sourceVolumeId": "/dev/sda1"}]}]}}}})";
+
+constexpr const char* kNothingResized =
+    R"({"$type": "MorvaneTaskSpec", "conversionParams": {"cloningParams": {"storageParams": {}}}})";
+
 INSTANTIATE_TEST_SUITE_P(
     Files, SpoiltDemo,
     testing::Values(
         Change{"connection_request.json", "{", "connection_request.json:1:2"},
         Change{"connection_request.json", kOtherMachine, "lacks a password or a key"},
         Change{"pattern.json", kOtherMachine, "the request does not match"},
+        Change{"conversion_request.json", "[", "conversion_request.json:1:1"},
+        Change{"conversion_request.json", kNothingToCopy, "the conversion request says nothing of disks"},
+        Change{"conversion_request.json", kUnknownVolume, "the source has no volume /dev/sda1"},
+        Change{"conversion_request.json", kNothingResized, "the conversion request resizes no volume"},
         Change{"broken/1_wrong_kind.json", kOtherMachine, "1_wrong_kind.json was read as if it were well"}));
 
 } // namespace

@@ -1,0 +1,50 @@
+#include "tools/morvane/demo/narrator.h"
+
+#include "tools/morvane/terminal/table.h"
+
+#include <algorithm>
+
+namespace Tool {
+
+void Narrator::Heading(const std::string& title) {
+    if (m_step++ > 0) {
+        m_out.WriteLine();
+    }
+    m_out.WriteLine(m_out.Paint(Style::Heading, std::to_string(m_step) + ". " + title));
+}
+
+void Narrator::Say(const std::string& text, Style style) {
+    PrintLines(Wrap(text, GetTextWidth()), style);
+}
+
+void Narrator::ShowText(const std::string& text) {
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = std::min(text.find('\n', start), text.size());
+        std::string line = text.substr(start, end - start);
+        if (GetDisplayWidth(line) > GetTextWidth()) {
+            line = Cut(line, GetTextWidth() - 1) + "…";
+        }
+        PrintLines({line}, Style::Faint);
+        start = end + 1;
+    }
+}
+
+void Narrator::ShowError(const std::string& message, const std::string& fileName) {
+    const std::size_t end = message.find(": ", fileName.size());
+    PrintLines({message.substr(0, end)}, Style::Name);
+    for (const std::string& line : Wrap(message.substr(end + 2), GetTextWidth() - 2)) {
+        PrintLines({"  " + line}, Style::Plain);
+    }
+}
+
+void Narrator::PrintLines(const std::vector<std::string>& lines, Style style) {
+    for (const std::string& line : lines) {
+        m_out.WriteLine(std::string(kIndent, ' ') + m_out.Paint(style, line));
+    }
+}
+
+std::size_t Narrator::GetTextWidth() const {
+    return m_out.GetWidth() == Output::kUnlimited ? Output::kUnlimited : m_out.GetWidth() - kIndent;
+}
+
+} // namespace Tool
