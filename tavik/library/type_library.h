@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <span>
 #include <string_view>
 
@@ -36,17 +37,15 @@ struct OpenTypeRegistration {
     OpenContentFunction content;
 };
 
-/// `PropertyIndexFunction` over a list of property names, inherited ones first.
+/// `PropertyIndexFunction` over a list of property names, inherited ones first. A name that is declared again
+/// stands for the most derived declaration.
 template <const auto& names>
 int FindPropertyIndex(const char* name, std::size_t length) {
-    int index = 0;
-    for (const std::string_view known : names) {
-        if (known.size() == length && known == std::string_view(name, length)) {
-            return index;
-        }
-        ++index;
+    int index = static_cast<int>(std::size(names)) - 1;
+    while (index >= 0 && names[index] != std::string_view(name, length)) {
+        --index;
     }
-    return -1;
+    return index;
 }
 
 /// The tables of one library, all borrowed. `slots` has one entry per type: data and fault types first, then

@@ -161,8 +161,11 @@ TEST(Descriptors, OfManagedTypes) {
     EXPECT_EQ(special->GetBaseType(), thing);
     EXPECT_EQ(special->GetManagedTypeInfo().propertyIndex("owner", 5), 0);
     EXPECT_EQ(special->GetManagedTypeInfo().propertyIndex("special", 7), 3);
+    EXPECT_EQ(special->GetManagedTypeInfo().propertyIndex("title", 5), 4);
+    EXPECT_EQ(record.propertyIndex("title", 5), 2);
+    EXPECT_EQ(special->GetManagedTypeInfo().propertyIndex("titles", 6), -1);
     EXPECT_EQ(special->GetManagedTypeInfo().methods[0].credentials, 1);
-    ASSERT_EQ(special->GetMethodObjects().size(), 2U);
+    ASSERT_EQ(special->GetMethodObjects().size(), 3U);
     EXPECT_TRUE(special->GetMethodObjects()[1]->IsPropertyGetter());
     ASSERT_EQ(thing->GetMethodObjects().size(), 6U);
     EXPECT_EQ(Sample::gSampleThingMethodObjects[0], thing->GetMethodObjects()[0].get());
