@@ -58,7 +58,7 @@ Ref<Tavik::DataObject> RandomObjects::Make(const Tavik::DataObjectType& type) {
         const TypeKind kind = property->GetType()->GetKind();
         const bool nests = property->IsCounted() && kind != TypeKind::Managed;
         const bool fits = m_depth < (property->IsOptional() ? kUsualDepth : kGreatestDepth) || !nests;
-        if (fits && (!property->IsOptional() || m_fill == Fill::All || Below(2) == 0)) {
+        if (fits && (!property->IsOptional() || FillsOptional())) {
             SetRandom(*object, *property);
         }
     }
@@ -67,6 +67,10 @@ Ref<Tavik::DataObject> RandomObjects::Make(const Tavik::DataObjectType& type) {
     }
     --m_depth;
     return object;
+}
+
+bool RandomObjects::FillsOptional() {
+    return m_fill == Fill::All || (m_fill == Fill::Some && Below(2) == 0);
 }
 
 void RandomObjects::SetRandom(Tavik::DataObject& object, const Tavik::Property& property) {

@@ -19,8 +19,9 @@ class RandomObjects {
 public:
     /// How much of an object is filled.
     enum class Fill {
-        Some, ///< each optional property or not, as it comes
-        All,  ///< every property
+        Least, ///< what is required and nothing else
+        Some,  ///< each optional property or not, as it comes
+        All,   ///< every property
     };
 
     explicit RandomObjects(Fill fill = Fill::Some, unsigned seed = 1);
@@ -43,6 +44,7 @@ private:
     void FillContent(Tavik::OpenContent& content);
     void WriteOpenValue(Tavik::OpenContentWriter& writer, int depth);
     std::string MakeText();
+    bool FillsOptional();
     std::size_t Below(std::size_t limit);
 
     Fill m_fill;

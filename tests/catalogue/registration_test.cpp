@@ -1,0 +1,111 @@
+#include "pellum/text/demangle.h"
+#include "tavik/descriptor/builtin.h"
+#include "tavik/type/type_registry.h"
+#include "tavik/value/array_base.h"
+#include "tests/catalogue/catalogue.h"
+
+#include <gmock/gmock.h>
+
+#include <map>
+#include <set>
+
+/// What the library registers as a whole, and that every type is where it is looked for.
+namespace {
+
+using namespace CatalogueTests;
+using Pellum::Ref;
+using Tavik::TypeKind;
+
+/// "morvane.info.DiskInfo" gives "Morvane::Info::DiskInfo".
+std::string GetClassName(const std::string& dotted) {
+    std::string path;
+    bool begins = true;
+    for (const char c : dotted) {
+        if (c == '.') {
+            path += "::";
+        } else {
+            path += begins && c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+        }
+        begins = c == '.';
+    }
+    return path;
+}
+
+TEST(CatalogueRegistration, HasTheTypesInTheOrderOfTheirKinds) {
+    const std::vector<Tavik::Type*>& types = GetTypes();
+    ASSERT_EQ(types.size(), 649U);
+    std::map<TypeKind, int> counts;
+    for (std::size_t slot = 0; slot < types.size(); ++slot) {
+        const TypeKind kind = types[slot]->GetKind();
+        ++counts[kind];
+        const bool isData = kind == TypeKind::Data || kind == TypeKind::Fault;
+        EXPECT_EQ(isData, slot < 581) << types[slot]->GetName();
+        EXPECT_EQ(kind == TypeKind::Enum, slot >= 581 && slot < 581 + 38) << types[slot]->GetName();
+        EXPECT_EQ(kind == TypeKind::Managed, slot >= 581 + 38) << types[slot]->GetName();
+    }
+    EXPECT_EQ(counts[TypeKind::Data], 416);
+    EXPECT_EQ(counts[TypeKind::Fault], 165);
+    EXPECT_EQ(Tavik::TypeRegistry::Instance().GetErrors(), std::vector<std::string>());
+}
+
+TEST(CatalogueRegistration, FindsEveryTypeByEveryName) {
+    Tavik::TypeRegistry& registry = Tavik::TypeRegistry::Instance();
+    std::set<std::string> names;
+    for (const Tavik::Type* type : GetTypes()) {
+        const std::string name = type->GetName();
+        SCOPED_TRACE(name);
+        EXPECT_TRUE(name.starts_with("morvane."));
+        EXPECT_TRUE(names.insert(name).second);
+        EXPECT_TRUE(names.insert(type->GetWireName()).second);
+        EXPECT_EQ(registry.FindByName(name), type);
+        EXPECT_EQ(registry.FindByWireName(type->GetWireName()), type);
+        EXPECT_EQ(registry.FindByInfo(&type->GetInfo()), type);
+        EXPECT_EQ(registry.FindByName(type->GetWireName()), nullptr);
+        EXPECT_EQ(registry.FindByWireName(name), nullptr);
+        EXPECT_EQ(registry.FindByName(name + ' '), nullptr);
+        ASSERT_NE(type->GetVersion(), nullptr);
+        EXPECT_EQ(type->GetVersion()->GetName(), type->GetInfo().version);
+    }
+}
+
+TEST(CatalogueRegistration, EveryTypeHasTheClassOfItsName) {
+    for (const Tavik::DataObjectType* type : GetDataTypes()) {
+        SCOPED_TRACE(type->GetName());
+        const Ref<Tavik::DataObject> object(type->New());
+        EXPECT_EQ(object->_GetDataType(), type); // which the class looks up
+        const Tavik::DataObject& value = *object;
+        EXPECT_EQ(Pellum::Demangle(typeid(value)), GetClassName(type->GetName()));
+        const Ref<Tavik::ArrayBase> array(type->NewArray());
+        EXPECT_EQ(array->_GetElementType(), type);
+        EXPECT_EQ(array->_GetType(), Tavik::Type::GetArrayType(type));
+    }
+}
+
+TEST(CatalogueRegistration, TypesDeriveAsTheirRecordsSay) {
+    std::map<const Tavik::TypeInfo*, int> roots;
+    for (const Tavik::DataObjectType* type : GetDataTypes()) {
+        SCOPED_TRACE(type->GetName());
+        const Tavik::DataTypeInfo& record = type->GetDataTypeInfo();
+        ASSERT_NE(type->GetBaseType(), nullptr);
+        EXPECT_EQ(&type->GetBaseType()->GetInfo(), record.base);
+        EXPECT_EQ(&type->GetInfo(), record.type);
+        if (!std::string_view(record.base->name).starts_with("morvane.")) {
+            ++roots[record.base];
+        }
+        // Arrays of the base take the object: so the classes derive like the types.
+        const Ref<Tavik::DataObject> object(type->New());
+        const Ref<Tavik::ArrayBase> array(type->GetBaseType()->NewArray());
+        EXPECT_NO_THROW(dynamic_cast<Tavik::DataArrayBase&>(*array).AppendChecked(object.Get()));
+        for (const Tavik::Property* property : type->GetProperties()) {
+            EXPECT_EQ(type->FindProperty(property->GetName()), property) << property->GetName();
+            EXPECT_TRUE(Derives(*type, property->GetOwner()));
+        }
+        EXPECT_EQ(type->FindProperty("noSuchProperty"), nullptr);
+    }
+    EXPECT_EQ(roots.size(), 3U);
+    EXPECT_EQ(roots[&Tavik::gOrlinDynamicDataTypeInfo], 146);
+    EXPECT_EQ(roots[&Tavik::gOrlinMethodFaultTypeInfo], 1);
+    EXPECT_EQ(roots[&Tavik::gOrlinRuntimeFaultTypeInfo], 2);
+}
+
+} // namespace
