@@ -74,6 +74,9 @@ public:
         if (const Model::ManagedType* managed = type.AsManaged()) {
             for (const Model::Method& method : managed->methods) {
                 Add(type, StringLiteral(method.name), method.doc);
+                for (const Model::Property& parameter : method.parameters) {
+                    Add(type, StringLiteral(method.name + '.' + parameter.name), parameter.doc);
+                }
             }
         }
     }
