@@ -54,6 +54,29 @@ INSTANTIATE_TEST_SUITE_P(
         Invocation{{"--help"}, 0, "Exit codes", ""}, Invocation{{"check", "--help"}, 0, "Examples:", ""},
         Invocation{
             {"types", "--names", "livecomputer"}, 0, "morvane.ComputerSpec.LiveComputerLocation\n", ""},
+        Invocation{{"types", "--names", "--members", "PRIVATE", "key"}, 0, "LiveComputerLocation\n", ""},
+        Invocation{{"types", "--areas"}, 0, "core\t", ""},
+        Invocation{
+            {"types", "morvane.ComputerSpec", "machine", "where"},
+            0,
+            "morvane.ComputerSpec\tdata\t1.0\tNames one machine by where it is",
+            ""},
+        Invocation{
+            {"describe", "LiveComputerLocation"}, 0, "optional, secret  7.0    Key to log in with", ""},
+        Invocation{{"describe", "SSLConnectionFault"}, 0, "Inheritance\n  orlin.DynamicData\n", ""},
+        Invocation{
+            {"describe", "deploymentSTATUS"}, 0, "result    morvane.server.AgentManager.uninstallAgent", ""},
+        Invocation{{"describe", "ServerDiagnosticManager"}, 0, "Methods of morvane.DiagnosticManager", ""},
+        Invocation{{"describe", "AgentManager"}, 0, "sslCertificate : string (optional, since 9.0)", ""},
+        Invocation{
+            {"describe", "AgentManager"}, 0, "morvane.server.AgentManager.AgentDeploymentResult  data", ""},
+        Invocation{
+            {"describe", "MorvaneRegisterWithAgent"},
+            0,
+            "zabro.fault.NoPermission  version1  The session lacks the privilege",
+            ""},
+        Invocation{{"describe", "ComputerSpec.location"}, 0, "kind         property", ""},
+        Invocation{{"describe", "--json", "UserSession"}, 0, "{\"types\": [\n{\"slot\": ", ""},
         Invocation{{"types", "--kind", "enum"}, 0, "morvane.DiagnosticManager.BundleFormat", ""},
         Invocation{{"types", "--base", "ComputerSpec.VmLocation"}, 0, "OstrelHostedVmLocation", ""},
         Invocation{{"describe", "MorvaneUserSession"}, 0, "types/api/core/user_session.h", ""},
@@ -75,6 +98,11 @@ INSTANTIATE_TEST_SUITE_P(
             {"check", kWrongKind}, 1, "", "1_wrong_kind.json:6:13: error: location.port: expected an int"},
         Invocation{{"check", "--version", "6.8", kRequest}, 1, "", "error: location"},
         Invocation{{"check", kRequest, kWrongKind}, 1, "2 files, 1 ok, 1 with problems", "error"},
+        Invocation{
+            {"types", "--since", "9.0", "--kind", "managed", "session"}, 1, "", "have the words but not"},
+        Invocation{{"types", "locaton"}, 1, "", "\"locaton\" is in none; did you mean \"Location\"?"},
+        Invocation{{"types", "PrivateKey"}, 1, "", "is in 0 and in members of 1 (--members)"},
+        Invocation{{"types", "--json", "zzz"}, 1, "{\"types\": [\n]}\n", "no type matches"},
         Invocation{{"diff", kRequest, kManagedVm}, 1, "location\n", ""},
         Invocation{{"diff", kRequest, kSession}, 1, "the whole value", ""},
         Invocation{{"diff", "--paths", kRequest, kPattern}, 1, "location.port\nlocation.username\n", ""},
@@ -89,9 +117,23 @@ INSTANTIATE_TEST_SUITE_P(
         Invocation{{"chekc", kRequest}, 2, "", "did you mean \"check\"?"},
         Invocation{{"types", "--kind", "class"}, 2, "", "morvane: error: --kind"},
         Invocation{{"types", "--json", "--names"}, 2, "", "excludes"},
+        Invocation{
+            {"types", "--area", "prams"}, 2, "", "did you mean \"params\"?\nThe areas, with their numbers"},
+        Invocation{{"types", "--areas", "--json"}, 2, "", "excludes"},
+        Invocation{
+            {"describe", "VmLocation"}, 2, "", "may be morvane.ComputerSpec.VmLocation, morvane.params"},
+        Invocation{{"describe", "ComputerSpec.loction"}, 2, "", "has no member \"loction\"; did you mean"},
+        Invocation{
+            {"describe", "MorvaneLogin"},
+            2,
+            "",
+            "morvane.SessionManager.login, morvane.agent.helper.Session"},
+        Invocation{{"describe", "--json", "orlin.DynamicData"}, 2, "", "is built in"},
+        Invocation{{"new", "ComputerSpec", "UserSession"}, 2, "", "--into"},
+        Invocation{{"new", "VolumeBasedCloningParams", "--api-version", "0.1"}, 2, "", "no version"},
         Invocation{{"describe", "ComputerSpek"}, 2, "", "did you mean \"morvane.ComputerSpec\"?"},
         Invocation{
-            {"describe", "LiveComputerLocation"}, 2, "", "\"morvane.ComputerSpec.LiveComputerLocation\"?"},
+            {"describe", "LiveComputerLocaton"}, 2, "", "\"morvane.ComputerSpec.LiveComputerLocation\"?"},
         Invocation{{"new", "DiagnosticManager"}, 2, "", "of kind managed, expected a data or fault type"},
         Invocation{
             {"check", "--version", "6.7", kRequest}, 2, "", "there is no version \"6.7\"; did you mean"},
@@ -188,12 +230,6 @@ TEST(OpenTypes, AreConvertedWhole) {
         AllOf(HasSubstr("a: there is a second member"), Not(HasSubstr("sesame"))));
 }
 
-TEST(Types, SaysWhenNoneMatches) {
-    const RunResult none = RunTool({"types", "zzz"});
-    EXPECT_THAT(none.out, IsEmpty());
-    EXPECT_THAT(none.err, HasSubstr("no type matches"));
-}
-
 TEST(Colours, AreShownOnlyWhenAskedForOffTheTerminal) {
     EXPECT_THAT(
         RunTool({"diff", "--color", "always", kRequest, kPattern}).out, HasSubstr("\x1b[31m- 2222\x1b[0m"));
@@ -212,6 +248,7 @@ TEST(Completion, OffersCommandsOptionsTypesAndWords) {
     EXPECT_EQ(complete("morvane ver"), "versions\n");
     EXPECT_EQ(complete("morvane types --k"), "--kind\n");
     EXPECT_EQ(complete("morvane types --kind m"), "managed\n");
+    EXPECT_EQ(complete("morvane types --area agent.internal."), "agent.internal.fault\n");
     EXPECT_EQ(complete("morvane describe morvane.User"), "morvane.UserSession\n");
     EXPECT_EQ(complete("morvane check --version 9"), "9.0\n");
     for (const char* shell : {"zsh", "fish"}) {

@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -26,43 +28,65 @@ std::vector<const Tavik::DataObjectType*> GetDataTypes() {
     return types;
 }
 
-/// Makes a template of every data type and checks them all in one go.
-void CheckTemplates(const std::vector<std::string>& newArguments, bool inOwnVersion) {
+/// Makes templates of some types, all in one go, and checks them likewise.
+void CheckTemplates(
+    std::vector<std::string> options, const std::vector<const Tavik::DataObjectType*>& types) {
     const TemporaryFolder folder;
-    std::vector<std::string> files;
-    for (const Tavik::DataObjectType* type : GetDataTypes()) {
-        std::vector<std::string> arguments = {"new", type->GetName()};
-        arguments.insert(arguments.end(), newArguments.begin(), newArguments.end());
-        if (inOwnVersion) {
-            arguments.insert(arguments.end(), {"--version", type->GetVersion()->GetName()});
-        }
-        const RunResult made = RunTool(arguments);
-        ASSERT_EQ(made.exitCode, 0) << type->GetName() << ": " << made.err;
-        files.push_back(folder.Write(std::string(type->GetName()) + ".json", made.out));
-        if (inOwnVersion) {
-            const RunResult checked =
-                RunTool({"check", "--version", type->GetVersion()->GetName(), files.back()});
-            EXPECT_EQ(checked.exitCode, 0) << checked.err;
-        }
+    std::vector<std::string> checkArguments = {"check"};
+    if (const auto version = std::find(options.begin(), options.end(), "--version");
+        version != options.end()) {
+        checkArguments.insert(checkArguments.end(), version, options.end());
     }
-    ASSERT_FALSE(files.empty());
-    if (!inOwnVersion) {
-        files.insert(files.begin(), "check");
-        const RunResult checked = RunTool(files);
-        EXPECT_EQ(checked.exitCode, 0) << checked.err;
+    options.insert(options.begin(), {"new", "--into", folder.GetPath().string()});
+    for (const Tavik::DataObjectType* type : types) {
+        options.emplace_back(type->GetName());
+        checkArguments.push_back((folder.GetPath() / (std::string(type->GetName()) + ".json")).string());
     }
+    const RunResult made = RunTool(options);
+    ASSERT_EQ(made.exitCode, 0) << made.err;
+    const RunResult checked = RunTool(checkArguments);
+    EXPECT_EQ(checked.exitCode, 0) << checked.err;
+    EXPECT_THAT(
+        checked.out, testing::AllOf(
+                         testing::HasSubstr(std::string("ok, ") + types.front()->GetName() + '\n'),
+                         testing::HasSubstr(std::string("ok, ") + types.back()->GetName() + '\n')));
 }
 
 TEST(Templates, OfRequiredPropertiesPassTheCheck) {
-    CheckTemplates({}, false);
+    CheckTemplates({}, GetDataTypes());
 }
 
 TEST(Templates, OfAllPropertiesPassTheCheck) {
-    CheckTemplates({"--full"}, false);
+    CheckTemplates({"--full"}, GetDataTypes());
 }
 
 TEST(Templates, ForTheVersionOfTheTypeKeepToIt) {
-    CheckTemplates({"--full"}, true);
+    std::map<std::string, std::vector<const Tavik::DataObjectType*>> typesOfVersions;
+    for (const Tavik::DataObjectType* type : GetDataTypes()) {
+        typesOfVersions[type->GetVersion()->GetName()].push_back(type);
+    }
+    EXPECT_GT(typesOfVersions.size(), 5U);
+    for (const auto& [version, types] : typesOfVersions) {
+        CheckTemplates({"--full", "--version", version}, types);
+    }
+}
+
+TEST(Templates, ShowWhatCanBeMadeOfAMereBaseAndSayWhatElseCan) {
+    const RunResult made = RunTool({"new", "ComputerSpec"});
+    EXPECT_THAT(made.out, testing::HasSubstr(R"("$type": "MorvaneComputerSpecLiveComputerLocation")"));
+    EXPECT_THAT(made.err, testing::HasSubstr("hint: location may also be MorvaneComputerSpecVmLocation"));
+    EXPECT_THAT(made.err, testing::Not(testing::HasSubstr("LiveComputerLocation")));
+    EXPECT_THAT(
+        RunTool({"new", "MorvaneFault"}).err,
+        testing::ContainsRegex("the value may also be .* and [0-9]+ more; see morvane types --base"));
+}
+
+TEST(Templates, AreNotWrittenOverFiles) {
+    const TemporaryFolder folder;
+    const std::string file = folder.Write("morvane.UserSession.json", "mine");
+    const RunResult made = RunTool({"new", "--into", folder.GetPath().string(), "UserSession"});
+    EXPECT_EQ(made.exitCode, 2);
+    EXPECT_EQ(ReadFile(file), "mine");
 }
 
 TEST(Templates, HoldEveryPropertyWhenFull) {

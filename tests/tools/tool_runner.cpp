@@ -1,11 +1,13 @@
 #include "tests/tools/tool_runner.h"
 
+#include <array>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
 
 #include <fcntl.h>
+#include <pty.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -13,6 +15,17 @@
 namespace ToolTests {
 
 namespace {
+
+/// Runs in the child.
+[[noreturn]] void Execute(const std::string& program, const std::vector<std::string>& arguments) {
+    std::vector<char*> words{const_cast<char*>(program.c_str())};
+    for (const std::string& argument : arguments) {
+        words.push_back(const_cast<char*>(argument.c_str()));
+    }
+    words.push_back(nullptr);
+    execv(program.c_str(), words.data());
+    _exit(127);
+}
 
 /// Becomes the program; runs in the child.
 [[noreturn]] void Become(
@@ -26,13 +39,7 @@ namespace {
     redirect("in", O_RDONLY, STDIN_FILENO);
     redirect("out", O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO);
     redirect("err", O_WRONLY | O_CREAT | O_TRUNC, STDERR_FILENO);
-    std::vector<char*> words{const_cast<char*>(program.c_str())};
-    for (const std::string& argument : arguments) {
-        words.push_back(const_cast<char*>(argument.c_str()));
-    }
-    words.push_back(nullptr);
-    execv(program.c_str(), words.data());
-    _exit(127);
+    Execute(program, arguments);
 }
 
 } // namespace
@@ -64,6 +71,39 @@ RunResult RunProgram(
 
 RunResult RunTool(const std::vector<std::string>& arguments, std::string_view input) {
     return RunProgram(MORVANE_PROGRAM, arguments, input);
+}
+
+RunResult RunToolAtTerminal(
+    const std::vector<std::string>& arguments, int columns, const std::vector<std::string>& variables) {
+    winsize size{};
+    size.ws_row = 24;
+    size.ws_col = static_cast<unsigned short>(columns);
+    int terminal = -1;
+    const pid_t child = forkpty(&terminal, nullptr, nullptr, &size);
+    if (child < 0) {
+        throw std::runtime_error("there is no terminal to be had");
+    }
+    if (child == 0) {
+        for (const char* name : {"COLUMNS", "NO_COLOR"}) {
+            unsetenv(name);
+        }
+        setenv("TERM", "xterm", 1);
+        for (const std::string& variable : variables) {
+            putenv(const_cast<char*>(variable.c_str()));
+        }
+        Execute(MORVANE_PROGRAM, arguments);
+    }
+    RunResult result;
+    std::array<char, 4096> buffer{};
+    for (ssize_t count = 0; (count = read(terminal, buffer.data(), buffer.size())) > 0;) {
+        result.out.append(buffer.data(), static_cast<std::size_t>(count));
+    }
+    close(terminal);
+    int status = 0;
+    waitpid(child, &status, 0);
+    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    std::erase(result.out, '\r');
+    return result;
 }
 
 std::string Example(const std::string& name) {

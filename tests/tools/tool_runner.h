@@ -40,6 +40,11 @@ RunResult RunTool(const std::vector<std::string>& arguments, std::string_view in
 RunResult RunProgram(
     const std::string& program, const std::vector<std::string>& arguments, std::string_view input = {});
 
+/// Runs the `morvane` program of this build at a terminal of that many columns, with the variables
+/// ("NO_COLOR=1") in its environment; what it writes to both streams is in `out`.
+RunResult RunToolAtTerminal(
+    const std::vector<std::string>& arguments, int columns, const std::vector<std::string>& variables = {});
+
 using TestSupport::TemporaryFolder;
 
 /// Path of a file below the examples.

@@ -9,7 +9,7 @@ CLI::App& CommandSet::Add(const CommandText& text) {
     std::string footer = "Examples:\n";
     std::istringstream examples(text.examples);
     for (std::string line; std::getline(examples, line);) {
-        footer += "  " + line + '\n';
+        footer += (line.empty() ? "" : "  ") + line + '\n';
     }
     footer += "\nExit codes: " + std::string(text.exitCodes) + ", 2 wrong usage, bad input or another error.";
     command.footer(footer);

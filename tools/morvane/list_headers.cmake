@@ -1,11 +1,16 @@
-# Writes OUT, a header that lists the headers of the generated classes below ROOT.
+# Writes OUT, a header that says which of the generated headers below ROOT declares which type.
 
 file(GLOB_RECURSE headers RELATIVE "${ROOT}" "${ROOT}/*/api/*.h")
 list(SORT headers)
 
 set(lines "")
 foreach(header IN LISTS headers)
-    string(APPEND lines "    \"${header}\",\n")
+    # Every generated class and enumeration names its wire name in its comment.
+    file(STRINGS "${ROOT}/${header}" comments REGEX "^ */// Wire name `[A-Za-z0-9_]+`;")
+    foreach(comment IN LISTS comments)
+        string(REGEX REPLACE "^[^`]*`([^`]*)`.*$" "\\1" wireName "${comment}")
+        string(APPEND lines "    {\"${wireName}\", \"${header}\"},\n")
+    endforeach()
 endforeach()
 file(CONFIGURE OUTPUT "${OUT}" @ONLY CONTENT [[
 // Written by tools/morvane/list_headers.cmake. Do not edit.
@@ -15,8 +20,13 @@ file(CONFIGURE OUTPUT "${OUT}" @ONLY CONTENT [[
 
 namespace Tool {
 
-/// The headers of the generated classes, as they are included.
-inline constexpr std::string_view kGeneratedHeaders[] = {
+struct GeneratedHeader {
+    std::string_view wireName;
+    std::string_view path; ///< as it is included
+};
+
+/// The header of each generated type.
+inline constexpr GeneratedHeader kGeneratedHeaders[] = {
 @lines@};
 
 } // namespace Tool

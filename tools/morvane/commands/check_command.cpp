@@ -2,6 +2,7 @@
 #include "tavik/value/validate.h"
 #include "tools/morvane/command.h"
 #include "tools/morvane/model/library.h"
+#include "tools/morvane/model/lookup.h"
 #include "tools/morvane/value/read_value.h"
 
 #include <algorithm>
@@ -96,7 +97,7 @@ void AddCheckCommand(CommandSet& commands) {
          "morvane new UserSession | morvane check -"});
     auto options = std::make_shared<CheckOptions>();
     command.add_option("files", options->files, "Files to check")->required()->type_name("FILE");
-    AddInputOptions(command, options->input, "--version");
+    AddInputOptions(command, options->input, "--version,--api-version");
     commands.SetAction(command, [options](Console& console) { return RunCheck(*options, console); });
 }
 

@@ -46,7 +46,7 @@ void AddDiffCommand(CommandSet& commands) {
     auto options = std::make_shared<DiffOptions>();
     command.add_option("a", options->first, "The value to compare with")->required()->type_name("FILE");
     command.add_option("b", options->second, "The value to compare")->required()->type_name("FILE");
-    AddInputOptions(command, options->input, "--version");
+    AddInputOptions(command, options->input, "--version,--api-version");
     command.add_flag("--paths", options->paths, "Print the paths only, one a line");
     command.add_flag("--show-secrets", options->showSecrets, "Show secrets as they are");
     commands.SetAction(command, [options](Console& console) { return RunDiff(*options, console); });

@@ -55,7 +55,7 @@ void AddMatchCommand(CommandSet& commands) {
             "The pattern: a value of the same type, whose unset optional properties match anything")
         ->required()
         ->type_name("FILE");
-    AddInputOptions(command, options->input, "--version");
+    AddInputOptions(command, options->input, "--version,--api-version");
     command.add_flag("--quiet", options->quiet, "Print nothing");
     command.add_flag("--show-secrets", options->showSecrets, "Show secrets as they are");
     commands.SetAction(command, [options](Console& console) { return RunMatch(*options, console); });

@@ -1,12 +1,14 @@
-#include "tavik/type/enum_type.h"
-#include "tavik/type/managed_object_type.h"
 #include "tools/morvane/command.h"
+#include "tools/morvane/model/documentation.h"
 #include "tools/morvane/model/library.h"
 #include "tools/morvane/model/type_facts.h"
+#include "tools/morvane/model/type_query.h"
 #include "tools/morvane/model/types_document.h"
+#include "tools/morvane/model/words.h"
 #include "tools/morvane/terminal/table.h"
 
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,124 +17,181 @@ namespace Tool {
 
 namespace {
 
+using TypeList = std::vector<const Tavik::Type*>;
+
 struct TypesOptions {
-    std::string word;
-    std::string kind;
-    std::string version;
-    std::string base;
-    std::string area;
-    bool all = false;
+    TypeQuery query;
     bool names = false;
     bool json = false;
+    bool areas = false;
 };
 
-char ToLower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+/// What is said of a type in one line: its documentation, or which members were found.
+std::string DescribeInLine(const Tavik::Type& type, const TypeFinder& finder, bool showsMembers) {
+    const std::vector<std::string> members =
+        showsMembers ? finder.FindMembersWithWords(type) : std::vector<std::string>();
+    return members.empty() ? GetSummary(type.GetName()) : "has " + ListSome(members, 6);
 }
 
-bool ContainsWord(std::string text, std::string word) {
-    std::transform(text.begin(), text.end(), text.begin(), ToLower);
-    std::transform(word.begin(), word.end(), word.begin(), ToLower);
-    return text.find(word) != std::string::npos;
-}
-
-/// Decides which types are listed.
-class TypeFilter {
+/// One type a line, cut to the width of the terminal. A long name does not move all other lines.
+class TypeTable {
 public:
-    explicit TypeFilter(const TypesOptions& options)
-        : m_options(options),
-          m_version(FindVersion(options.version)),
-          m_base(options.base.empty() ? nullptr : &FindType(options.base)) {}
-
-    bool Accepts(const Tavik::Type& type) const {
-        return (m_options.kind.empty() || m_options.kind == GetKindName(type.GetKind()))
-            && type.IsPartOf(m_version) && (m_base == nullptr || type.IsA(m_base))
-            && (m_options.area.empty() || m_options.area == GetArea(type.GetName()))
-            && (ContainsWord(type.GetName(), m_options.word)
-                || ContainsWord(type.GetWireName(), m_options.word));
+    TypeTable(const TypeList& types, Output& output) : m_output(output) {
+        for (const Tavik::Type* type : types) {
+            m_nameWidth = std::max(m_nameWidth, GetDisplayWidth(type->GetName()));
+        }
+        m_nameWidth = std::min(m_nameWidth, GetRoom(kBeforeName) / 5 * 3);
     }
 
-    const Tavik::Version* GetVersion() const { return m_version; }
+    void PrintTitle() { PrintLine("KIND", "SINCE", "NAME", "DOCUMENTATION", Style::Faint); }
+
+    void PrintType(const Tavik::Type& type, const std::string& text) {
+        PrintLine(
+            GetKindName(type.GetKind()), GetShortName(type.GetVersion()), type.GetName(), text, Style::Name);
+    }
 
 private:
-    const TypesOptions& m_options;
-    const Tavik::Version* m_version;
-    const Tavik::Type* m_base;
+    static constexpr std::size_t kKindWidth = 7;
+    static constexpr std::size_t kSinceWidth = 5;
+    static constexpr std::size_t kBeforeName = kKindWidth + 2 + kSinceWidth + 2;
+    static constexpr std::size_t kLeastText = 8;
+
+    /// Columns of the terminal behind the first ones.
+    std::size_t GetRoom(std::size_t first) const {
+        return m_output.GetWidth() - std::min(m_output.GetWidth(), first);
+    }
+
+    void PrintLine(
+        const std::string& kind, const std::string& since, const std::string& name, const std::string& text,
+        Style nameStyle) {
+        const Style style = nameStyle == Style::Name ? Style::Plain : nameStyle;
+        const std::string shownName = Abbreviate(name, GetRoom(kBeforeName));
+        const std::size_t textStart = kBeforeName + std::max(m_nameWidth, GetDisplayWidth(shownName)) + 2;
+        std::string line =
+            m_output.Paint(style, Pad(kind, kKindWidth) + "  " + Pad(since, kSinceWidth) + "  ")
+            + m_output.Paint(nameStyle, shownName);
+        if (!text.empty() && GetRoom(textStart) >= kLeastText) {
+            line += std::string(textStart - kBeforeName - GetDisplayWidth(shownName), ' ')
+                  + m_output.Paint(style, Abbreviate(text, GetRoom(textStart)));
+        }
+        m_output.WriteLine(line);
+    }
+
+    Output& m_output;
+    std::size_t m_nameWidth = 0;
 };
 
-/// The number of a type's properties; of a managed type, its own ones. Other types have none.
-std::string DescribePropertyCount(const Tavik::Type& type, const Tavik::Version* version) {
-    if (const auto* dataType = dynamic_cast<const Tavik::DataObjectType*>(&type)) {
-        return std::to_string(CountProperties(*dataType, version));
+/// "12 types: 8 data, 4 fault"
+std::string Summarise(const TypeList& types) {
+    std::map<Tavik::TypeKind, std::size_t> counts;
+    for (const Tavik::Type* type : types) {
+        ++counts[type->GetKind()];
     }
-    if (const auto* managedType = dynamic_cast<const Tavik::ManagedObjectType*>(&type)) {
-        return std::to_string(managedType->GetMethodObjects().size() - managedType->GetOwnMethodCount());
+    std::vector<std::string> kinds;
+    for (const auto& [kind, count] : counts) {
+        kinds.push_back(std::to_string(count) + ' ' + GetKindName(kind));
     }
-    return "-";
+    return Count(types.size(), "type") + ": " + ListSome(kinds, kinds.size());
+}
+
+void PrintAreas(bool all, Output& output) {
+    const auto areas = CountTypesOfAreas(all);
+    if (!output.IsTerminal()) {
+        for (const auto& [area, count] : areas) {
+            output.WriteLine(area + '\t' + std::to_string(count));
+        }
+        return;
+    }
+    Table table({{"TYPES", Align::Right}, {"AREA"}});
+    for (const auto& [area, count] : areas) {
+        table.AddRow({std::to_string(count), {area, Style::Name}});
+    }
+    table.Print(output);
+}
+
+void PrintTypes(
+    const TypeList& types, const TypeFinder& finder, const TypesOptions& options, Output& output) {
+    if (options.names) {
+        for (const Tavik::Type* type : types) {
+            output.WriteLine(type->GetName());
+        }
+    } else if (output.IsTerminal()) {
+        TypeTable table(types, output);
+        table.PrintTitle();
+        for (const Tavik::Type* type : types) {
+            table.PrintType(*type, DescribeInLine(*type, finder, options.query.members));
+        }
+        output.WriteLine(output.Paint(Style::Faint, Abbreviate(Summarise(types), output.GetWidth())));
+    } else {
+        for (const Tavik::Type* type : types) {
+            output.WriteLine(
+                std::string(type->GetName()) + '\t' + GetKindName(type->GetKind()) + '\t'
+                + GetShortName(type->GetVersion()) + '\t'
+                + DescribeInLine(*type, finder, options.query.members));
+        }
+    }
 }
 
 ExitCode RunTypes(const TypesOptions& options, Console& console) {
-    const TypeFilter filter(options);
-    const auto accepts = [&filter](const Tavik::Type& type) { return filter.Accepts(type); };
-    if (options.json) {
-        console.out.Write(WriteTypesDocument(GetOwnLibrary(), accepts));
+    if (options.areas) {
+        PrintAreas(options.query.all, console.out);
         return kDone;
     }
-    Table table({{"KIND"}, {"SINCE"}, {"PROPERTIES", Align::Right}, {"NAME"}});
-    std::size_t count = 0;
-    for (const Tavik::Type* type : options.all ? GetAllTypes() : GetOwnTypes()) {
-        if (!accepts(*type)) {
-            continue;
-        }
-        ++count;
-        if (options.names) {
-            console.out.WriteLine(type->GetName());
-        } else {
-            table.AddRow(
-                {GetKindName(type->GetKind()),
-                 GetShortName(type->GetVersion()),
-                 DescribePropertyCount(*type, filter.GetVersion()),
-                 {type->GetName(), Style::Name}});
-        }
+    const TypeFinder finder(options.query);
+    const TypeList types = finder.Find();
+    if (options.json) {
+        const auto accepts = [&finder](const Tavik::Type& type) { return finder.Accepts(type); };
+        console.out.Write(WriteTypesDocument(GetOwnLibrary(), accepts));
+    } else if (!types.empty()) {
+        PrintTypes(types, finder, options, console.out);
     }
-    if (count == 0) {
-        console.err.WriteLine("morvane: no type matches");
+    if (types.empty()) {
+        console.err.WriteLine("morvane: " + finder.ExplainNothing());
     }
-    if (!table.IsEmpty()) {
-        table.Print(console.out);
-    }
-    if (console.out.IsTerminal() && !options.names) {
-        console.out.WriteLine(
-            console.out.Paint(Style::Faint, std::to_string(count) + (count == 1 ? " type" : " types")));
-    }
-    return kDone;
+    return types.empty() ? kNo : kDone;
 }
 
 } // namespace
 
 void AddTypesCommand(CommandSet& commands) {
     CLI::App& command = commands.Add(
-        {"types", "List the types of the interface", "0 done",
+        {"types", "List the types of the interface", "0 there are such types, 1 there are none",
          "morvane types\n"
-         "morvane types location\n"
-         "morvane types --kind fault --version 7.0\n"
-         "morvane types --base ComputerSpec.ComputerLocation\n"
-         "morvane types --json > types.json"});
+         "morvane types linux source          all words in the name or the documentation\n"
+         "morvane types --members key         also in properties, methods and values\n"
+         "morvane types --area agent.internal --kind fault\n"
+         "morvane types --base ComputerLocation --version 6.8\n"
+         "morvane types --since 9.0\n"
+         "morvane types --kind managed | cut -f1\n"
+         "morvane types --area params --json > params.json\n"
+         "\n"
+         "Off the terminal the columns are separated by tabs: name, kind, since, documentation."});
     auto options = std::make_shared<TypesOptions>();
-    command.add_option("word", options->word, "Only types with this in their name")->type_name("WORD");
-    command.add_option("--kind", options->kind, "Only types of this kind")
+    TypeQuery& query = options->query;
+    command
+        .add_option("words", query.words, "Only types with all these words in their names or documentation")
+        ->type_name("WORD");
+    command.add_option("--kind", query.kind, "Only types of this kind")
         ->check(CLI::IsMember({"data", "fault", "enum", "managed"}))
         ->type_name("KIND");
-    command.add_option("--version", options->version, "Only what this API version has")->type_name("VERSION");
-    command.add_option("--base", options->base, "Only this type and those derived from it")
-        ->type_name("TYPE");
-    command.add_option("--area", options->area, "Only types of this part of the interface, such as params")
+    command
+        .add_option(
+            "--area", query.area, "Only types of this part of the interface, such as params; see --areas")
         ->type_name("AREA");
+    command.add_option("--version,--api-version", query.version, "Only what this API version has")
+        ->type_name("VERSION");
+    command.add_option("--since", query.since, "Only what this API version introduced")->type_name("VERSION");
+    command.add_option("--base", query.base, "Only types that derive from this one, directly or not")
+        ->type_name("TYPE");
+    command.add_flag("--members", query.members, "Look for the words in properties, methods and values, too");
     auto* names = command.add_flag("--names", options->names, "Print the names only, one a line");
     auto* json =
         command.add_flag("--json", options->json, "Print all that the descriptors say, as one JSON document");
-    command.add_flag("--all", options->all, "List the types of the other libraries, too")->excludes(json);
+    command.add_flag("--all", query.all, "List the types of the other libraries, too")->excludes(json);
     names->excludes(json);
+    command.add_flag("--areas", options->areas, "List the areas and how many types each has")
+        ->excludes(json)
+        ->excludes(names);
     commands.SetAction(command, [options](Console& console) { return RunTypes(*options, console); });
 }
 

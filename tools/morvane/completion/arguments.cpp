@@ -10,10 +10,8 @@ namespace {
 /// The parser's name of a value is "KIND:{data,enum}" where only those words are taken.
 ValueSet ReadValueSet(const std::string& typeName) {
     static const std::map<std::string, ValueSet::Kind> kinds = {
-        {"FILE", ValueSet::Kind::File},
-        {"DIR", ValueSet::Kind::Folder},
-        {"TYPE", ValueSet::Kind::Type},
-        {"VERSION", ValueSet::Kind::Version},
+        {"FILE", ValueSet::Kind::File}, {"DIR", ValueSet::Kind::Folder},      {"TYPE", ValueSet::Kind::Type},
+        {"AREA", ValueSet::Kind::Area}, {"VERSION", ValueSet::Kind::Version},
     };
     const std::size_t open = typeName.find('{');
     const std::size_t close = typeName.rfind('}');

@@ -9,7 +9,7 @@ namespace Tool {
 
 /// What an argument takes.
 struct ValueSet {
-    enum class Kind { None, Anything, File, Folder, Type, Version, Words };
+    enum class Kind { None, Anything, File, Folder, Type, Area, Version, Words };
 
     Kind kind = Kind::None;
     std::vector<std::string> words;

@@ -20,6 +20,7 @@ std::string Offer(const ValueSet& values) {
     case ValueSet::Kind::File: return "_morvane_files -f";
     case ValueSet::Kind::Folder: return "_morvane_files -d";
     case ValueSet::Kind::Type: return "_morvane_words \"$(morvane types --all --names 2>/dev/null)\"";
+    case ValueSet::Kind::Area: return "_morvane_words \"$(morvane types --areas 2>/dev/null | cut -f1)\"";
     case ValueSet::Kind::Version: return "_morvane_words \"$(morvane versions --names 2>/dev/null)\"";
     case ValueSet::Kind::Words: return "_morvane_words '" + Join(values.words, " ") + '\'';
     default: return ":";

@@ -23,6 +23,7 @@ std::string Offer(const ValueSet& values) {
     case ValueSet::Kind::File: return " -r -F";
     case ValueSet::Kind::Folder: return " -x -a '(__fish_complete_directories)'";
     case ValueSet::Kind::Type: return " -x -a '(morvane types --all --names 2>/dev/null)'";
+    case ValueSet::Kind::Area: return " -x -a '(morvane types --areas 2>/dev/null | cut -f1)'";
     case ValueSet::Kind::Version: return " -x -a '(morvane versions --names 2>/dev/null)'";
     case ValueSet::Kind::Words: {
         std::string words;

@@ -28,6 +28,7 @@ std::string Action(const ValueSet& values) {
     case ValueSet::Kind::File: return "_files";
     case ValueSet::Kind::Folder: return "_files -/";
     case ValueSet::Kind::Type: return "_morvane_types";
+    case ValueSet::Kind::Area: return "_morvane_areas";
     case ValueSet::Kind::Version: return "_morvane_versions";
     case ValueSet::Kind::Words: {
         std::string words;
@@ -64,6 +65,11 @@ constexpr const char* kHead = R"zsh(#compdef morvane
 _morvane_types()
 {
     compadd -- ${(f)"$(morvane types --all --names 2>/dev/null)"}
+}
+
+_morvane_areas()
+{
+    compadd -- ${(f)"$(morvane types --areas 2>/dev/null | cut -f1)"}
 }
 
 _morvane_versions()

@@ -1,6 +1,7 @@
 #include "tools/morvane/demo/steps.h"
 #include "tools/morvane/model/library.h"
 #include "tools/morvane/model/type_facts.h"
+#include "tools/morvane/model/words.h"
 #include "tools/morvane/terminal/table.h"
 #include "tools/morvane/value/differences.h"
 #include "types/api/core/computer_spec.h"

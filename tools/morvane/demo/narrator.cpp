@@ -1,5 +1,6 @@
 #include "tools/morvane/demo/narrator.h"
 
+#include "tools/morvane/terminal/display_width.h"
 #include "tools/morvane/terminal/table.h"
 
 #include <algorithm>
@@ -20,11 +21,7 @@ void Narrator::Say(const std::string& text, Style style) {
 void Narrator::ShowText(const std::string& text) {
     for (std::size_t start = 0; start < text.size();) {
         const std::size_t end = std::min(text.find('\n', start), text.size());
-        std::string line = text.substr(start, end - start);
-        if (GetDisplayWidth(line) > GetTextWidth()) {
-            line = Cut(line, GetTextWidth() - 1) + "…";
-        }
-        PrintLines({line}, Style::Faint);
+        PrintLines({Abbreviate(text.substr(start, end - start), GetTextWidth())}, Style::Faint);
         start = end + 1;
     }
 }

@@ -14,10 +14,6 @@ void Expect(bool condition, const std::string& what) {
     }
 }
 
-std::string Count(std::size_t number, const std::string& noun, const char* plural) {
-    return std::to_string(number) + ' ' + noun + (number == 1 ? "" : plural);
-}
-
 void ExpectValid(const Tavik::Any& value) {
     const auto problems = Tavik::Validate(&value);
     Expect(problems.empty(), problems.empty() ? "" : problems.front().path + ' ' + problems.front().what);

@@ -16,8 +16,6 @@ namespace Tool {
 
 /// Throws when a step does not do what it should: "the demo went wrong: <what>".
 void Expect(bool condition, const std::string& what);
-/// "1 type", "2 types"
-std::string Count(std::size_t number, const std::string& noun, const char* plural = "s");
 
 /// The value of a file below `folder`. Errors name the file by `name`.
 template <class T>

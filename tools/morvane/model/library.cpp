@@ -2,47 +2,14 @@
 
 #include "pellum/error/exception.h"
 #include "pellum/text/near_name.h"
-#include "tools/morvane/model/type_facts.h"
+#include "tools/morvane/model/words.h"
 #include "types/registry/version_record.h"
 
 #include <algorithm>
-#include <map>
 
 namespace Tool {
 
 namespace {
-
-std::string DidYouMean(const std::string& near) {
-    return near.empty() ? std::string() : "; did you mean \"" + near + "\"?";
-}
-
-const Tavik::Type* TryFindType(const std::string& name) {
-    auto& registry = Tavik::TypeRegistry::Instance();
-    for (const std::string& candidate : {name, std::string(kOwnNamespace) + '.' + name}) {
-        if (const Tavik::Type* type = registry.FindByName(candidate)) {
-            return type;
-        }
-    }
-    return registry.FindByWireName(name);
-}
-
-/// The dotted name of the type whose own name, with or without those of the types around it, is near.
-std::string FindNearType(const std::string& name) {
-    std::map<std::string, std::string> fullNames;
-    for (const std::string& known : Tavik::TypeRegistry::Instance().GetNames()) {
-        for (std::size_t dot = known.find('.'); dot != std::string::npos; dot = known.find('.', dot + 1)) {
-            fullNames.emplace(known.substr(dot + 1), known);
-        }
-        fullNames[known] = known;
-    }
-    std::vector<std::string> candidates;
-    candidates.reserve(fullNames.size());
-    for (const auto& [shortName, fullName] : fullNames) {
-        candidates.push_back(shortName);
-    }
-    const std::string near = Pellum::FindNearName(name, candidates);
-    return near.empty() ? near : fullNames[near];
-}
 
 /// What a version may be called.
 std::vector<std::string> GetNames(const Tavik::Version& version) {
@@ -83,24 +50,6 @@ std::vector<const Tavik::Version*> GetVersions(std::string_view namespaceName) {
         return countIncluded(a) < countIncluded(b);
     });
     return versions;
-}
-
-const Tavik::Type& FindType(const std::string& name) {
-    if (const Tavik::Type* type = TryFindType(name)) {
-        return *type;
-    }
-    throw Pellum::Exception("there is no type \"" + name + '"' + DidYouMean(FindNearType(name)));
-}
-
-const Tavik::DataObjectType& FindDataType(const std::string& name) {
-    const Tavik::Type& type = FindType(name);
-    const auto* dataType = dynamic_cast<const Tavik::DataObjectType*>(&type);
-    if (dataType == nullptr) {
-        throw Pellum::Exception(
-            std::string(type.GetName()) + " is a type of kind " + GetKindName(type.GetKind())
-            + ", expected a data or fault type");
-    }
-    return *dataType;
 }
 
 const Tavik::Version* FindVersion(const std::string& name) {

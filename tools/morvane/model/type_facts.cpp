@@ -3,10 +3,9 @@
 #include "tavik/type/type_registry.h"
 #include "tools/morvane/generated_headers.h"
 #include "tools/morvane/model/library.h"
-#include "types/documentation.h"
+#include "tools/morvane/model/words.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace Tool {
 
@@ -16,24 +15,13 @@ bool IsUpper(char c) {
     return c >= 'A' && c <= 'Z';
 }
 
-char ToLower(char c) {
-    return IsUpper(c) ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-/// The part of a dotted name from `position` to the next dot.
-std::string_view GetPart(std::string_view name, std::size_t position) {
-    return name.substr(position, name.find('.', position) - position);
-}
-
-/// A name in the form in which those of classes and of their headers are alike: no underscores, lower case.
-std::string Fold(std::string_view name) {
-    std::string folded;
-    for (const char c : name) {
-        if (c != '_') {
-            folded += ToLower(c);
-        }
+/// The position of the name of the outermost type in a dotted name: the first part in upper case.
+std::size_t FindTypePart(std::string_view name) {
+    std::size_t position = 0;
+    while (position < name.size() && !IsUpper(name[position])) {
+        position = std::min(name.find('.', position), name.size() - 1) + 1;
     }
-    return folded;
+    return position;
 }
 
 void AppendTypes(const Tavik::LoadedLibrary& library, std::vector<const Tavik::Type*>& types) {
@@ -70,38 +58,31 @@ std::string GetClassName(std::string_view dottedName) {
     return name;
 }
 
-std::string GetHeaderPath(std::string_view dottedName) {
-    // Nested classes stand in the header of the outermost one, which is the first part in upper case.
-    std::size_t position = 0;
-    while (position < dottedName.size() && !IsUpper(dottedName[position])) {
-        position += GetPart(dottedName, position).size() + 1;
-    }
-    if (position >= dottedName.size()) {
-        return {};
-    }
-    const std::string wanted = Fold(GetPart(dottedName, position));
-    const std::string_view library = GetPart(dottedName, 0);
-    std::string found;
-    for (const std::string_view path : kGeneratedHeaders) {
-        const std::size_t slash = path.rfind('/') + 1;
-        const bool isOwnLibrary = (path.substr(0, path.find('/')) == "types") == (library == kOwnNamespace);
-        if (isOwnLibrary && Fold(path.substr(slash, path.rfind('.') - slash)) == wanted) {
-            // Of two classes with one name, the one whose folder the type's name mentions.
-            const std::string folder = '/' + std::string(GetArea(dottedName)) + '/';
-            if (found.empty() || path.find(folder) != std::string_view::npos) {
-                found = path;
-            }
+std::string GetHeaderPath(const Tavik::Type& type) {
+    const std::string_view wireName = type.GetWireName();
+    for (const GeneratedHeader& header : kGeneratedHeaders) {
+        if (header.wireName == wireName) {
+            return std::string(header.path);
         }
     }
-    return found;
+    return {};
 }
 
-std::string_view GetArea(std::string_view dottedName) {
-    const std::size_t dot = dottedName.find('.');
-    if (dot == std::string_view::npos || IsUpper(dottedName[dot + 1])) {
-        return {};
+std::string GetArea(std::string_view dottedName) {
+    std::string_view area = dottedName.substr(0, FindTypePart(dottedName));
+    area = area.substr(0, area.rfind('.'));
+    if (area == kOwnNamespace) {
+        return std::string(kRootArea);
     }
-    return GetPart(dottedName, dot + 1);
+    if (area.starts_with(kOwnNamespace) && area[kOwnNamespace.size()] == '.') {
+        area.remove_prefix(kOwnNamespace.size() + 1);
+    }
+    return std::string(area);
+}
+
+bool IsInArea(std::string_view area, std::string_view wanted) {
+    return ToLower(area.substr(0, wanted.size())) == ToLower(wanted)
+        && (area.size() == wanted.size() || area[wanted.size()] == '.');
 }
 
 std::string GetShortName(const Tavik::Version* version) {
@@ -132,24 +113,8 @@ std::string GetFlagsText(const Tavik::PropertyDescriptor& descriptor) {
     return text;
 }
 
-std::size_t CountProperties(const Tavik::DataObjectType& type, const Tavik::Version* version) {
-    const auto& properties = type.GetProperties();
-    return static_cast<std::size_t>(
-        std::count_if(properties.begin(), properties.end(), [version](const Tavik::Property* property) {
-            return property->IsPartOf(version);
-        }));
-}
-
-const char* FindDocumentation(std::string_view type, const char* member) {
-    for (const Tavik::Documentation& entry : TypesTables::GetDocumentation()) {
-        const bool isMember = member == nullptr
-                                ? entry.member == nullptr
-                                : entry.member != nullptr && std::strcmp(entry.member, member) == 0;
-        if (isMember && type == entry.type) {
-            return entry.text;
-        }
-    }
-    return nullptr;
+std::string GetShortVersion(const char* name) {
+    return name == nullptr ? "-" : GetShortName(Tavik::TypeRegistry::Instance().FindVersion(name));
 }
 
 std::vector<const Tavik::Type*> GetAllTypes() {
@@ -158,6 +123,11 @@ std::vector<const Tavik::Type*> GetAllTypes() {
         AppendTypes(library, types);
     }
     return types;
+}
+
+bool IsBuiltIn(const Tavik::Type& type) {
+    const auto types = GetAllTypes();
+    return std::find(types.begin(), types.end(), &type) == types.end();
 }
 
 std::vector<const Tavik::Type*> GetOwnTypes() {

@@ -4,7 +4,6 @@
 #include "tavik/type/type.h"
 #include "tavik/type/version.h"
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,12 +15,17 @@ namespace Tool {
 const char* GetKindName(Tavik::TypeKind kind);
 /// The C++ class of a dotted name: "morvane.ComputerSpec" gives "Morvane::ComputerSpec".
 std::string GetClassName(std::string_view dottedName);
-/// Path to include for the class of a dotted name, "types/api/core/computer_spec.h"; empty when no header is
-/// known.
-std::string GetHeaderPath(std::string_view dottedName);
-/// The area that a dotted name belongs to, "params" of "morvane.params.StorageParams"; empty when it names
-/// none.
-std::string_view GetArea(std::string_view dottedName);
+/// Path to include for the class of a type, "types/api/core/computer_spec.h"; empty when no header is known.
+std::string GetHeaderPath(const Tavik::Type& type);
+/// The area of the types that stand in the interface's own namespace.
+inline constexpr std::string_view kRootArea = "core";
+
+/// The namespace that a dotted name belongs to, without the interface's own one: "agent.internal" of
+/// "morvane.agent.internal.VolumeInfo", "core" of "morvane.ComputerSpec", "zabro.fault" of
+/// "zabro.fault.NotFound".
+std::string GetArea(std::string_view dottedName);
+/// Whether the area is `wanted` or a deeper one, in any case.
+bool IsInArea(std::string_view area, std::string_view wanted);
 
 /// The label, or else the last part of the name; "-" for null.
 std::string GetShortName(const Tavik::Version* version);
@@ -32,13 +36,13 @@ std::string GetFullName(const Tavik::Version* version);
 std::string GetTypeText(const Tavik::PropertyDescriptor& descriptor);
 /// "optional, secret"; empty when there is nothing special about it.
 std::string GetFlagsText(const Tavik::PropertyDescriptor& descriptor);
-/// The properties of a type that `version` has, inherited ones included; null for no restriction.
-std::size_t CountProperties(const Tavik::DataObjectType& type, const Tavik::Version* version);
-/// The text that the schema has for a type, or for one of its members; null when there is none.
-const char* FindDocumentation(std::string_view type, const char* member = nullptr);
+/// The short name of a version, given its full one.
+std::string GetShortVersion(const char* name);
 
 /// The types of all loaded libraries but the runtime's own, library by library in slot order, borrowed.
 std::vector<const Tavik::Type*> GetAllTypes();
+/// Whether the type is the runtime's own, such as the roots.
+bool IsBuiltIn(const Tavik::Type& type);
 /// The interface's own types, in slot order, borrowed; without empty slots.
 std::vector<const Tavik::Type*> GetOwnTypes();
 /// The types that derive from `base`, directly or not, in slot order.

@@ -11,11 +11,6 @@ constexpr std::size_t kGap = 2;
 constexpr std::size_t kLeastTextWidth = 28;
 constexpr std::size_t kHangingIndent = 4;
 
-/// Whether the byte continues a code point.
-bool IsContinuation(char c) {
-    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
-}
-
 void TrimRight(std::string& line) {
     line.erase(line.find_last_not_of(' ') + 1);
 }
@@ -54,24 +49,6 @@ void PrintRow(
 }
 
 } // namespace
-
-std::size_t GetDisplayWidth(std::string_view text) {
-    return text.size() - static_cast<std::size_t>(std::count_if(text.begin(), text.end(), &IsContinuation));
-}
-
-std::string Pad(std::string_view text, std::size_t width) {
-    const std::size_t own = GetDisplayWidth(text);
-    return std::string(text) + std::string(width > own ? width - own : 0, ' ');
-}
-
-std::string Cut(std::string_view text, std::size_t width) {
-    std::size_t end = 0;
-    while (end < text.size() && (width > 0 || IsContinuation(text[end]))) {
-        width -= IsContinuation(text[end]) ? 0 : 1;
-        ++end;
-    }
-    return std::string(text.substr(0, end));
-}
 
 std::vector<std::string> Wrap(std::string_view text, std::size_t width) {
     std::vector<std::string> lines;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tools/morvane/terminal/display_width.h"
 #include "tools/morvane/terminal/output.h"
 
 #include <cstddef>
@@ -10,12 +11,6 @@
 
 namespace Tool {
 
-/// Columns that a text takes up at a terminal: one for every code point.
-std::size_t GetDisplayWidth(std::string_view text);
-/// The text with spaces behind it up to that width.
-std::string Pad(std::string_view text, std::size_t width);
-/// As much of the beginning of a text as has room in that width.
-std::string Cut(std::string_view text, std::size_t width);
 /// The lines of a text that is broken between words; a word longer than `width` stays whole.
 std::vector<std::string> Wrap(std::string_view text, std::size_t width);
 

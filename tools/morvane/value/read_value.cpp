@@ -4,6 +4,7 @@
 #include "tavik/codec/json/json.h"
 #include "tavik/type/type.h"
 #include "tools/morvane/model/library.h"
+#include "tools/morvane/model/lookup.h"
 
 namespace Tool {
 
