@@ -28,7 +28,10 @@ if(NOT CMAKE_CXX_COMPILER_LAUNCHER)
     find_program(MORVANE_CCACHE ccache)
     mark_as_advanced(MORVANE_CCACHE)
     if(MORVANE_CCACHE)
-        set(CMAKE_CXX_COMPILER_LAUNCHER "${MORVANE_CCACHE}")
+        # What precompiled headers need to be found in the cache.
+        set(CMAKE_CXX_COMPILER_LAUNCHER
+            "${CMAKE_COMMAND}" -E env
+            CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime "${MORVANE_CCACHE}")
     endif()
 endif()
 
