@@ -48,8 +48,8 @@ TEST(OpenTypesTest, PassThroughUnharmed) {
         R"({"$type": "SampleLabelledBag", "label": "l", "inner": {"$type": "SampleBigBag", "y": 1}, "late": 3})",
         R"({"$type": "SampleOpenPoint", "x": 1, "z": 3})",
         R"({"$type": "SampleBagLost", "where": "there", "why": "a hole"})",
-        R"({"$type": "SampleBagHolder", "bag": {"$type": "SampleBigBag", "x": 1}, "bags": [{}, {"x": {}}], )"
-        R"("any": {"$type": "SampleBagTorn", "x": [{}]}, "password": "p"})",
+        R"({"$type": "SampleBagHolder", "bag": {"$type": "SampleBigBag", "x": 1}, "bags": [{}, {"x": {}}]})",
+        R"({"$type": "SampleBagHolder", "bag": {}, "any": {"$type": "SampleBagTorn", "x": [{}]}, "password": "p"})",
         R"({"$type": "SampleBag[]", "value": [{"x": 1}, {}]})",
     };
     Json::DecodeOptions lenient;

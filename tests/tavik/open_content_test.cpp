@@ -362,7 +362,7 @@ TEST(OpenContent, OfAnyDepthNeedsLittleStack) {
     TestSupport::RunOnSmallStack([] {
         constexpr int kDepth = 100'000;
         const auto make = [](const char* end) {
-            const auto bag = MakeRef<Sample::Bag>();
+            auto bag = MakeRef<Sample::Bag>();
             OpenContentWriter writer(bag->_GetContent());
             EXPECT_TRUE(writer.Name("a"));
             for (int i = 0; i < kDepth; ++i) {
