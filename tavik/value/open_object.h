@@ -45,9 +45,13 @@ private:
     OpenContent m_content;
 };
 
+// On Windows an instantiation exports no inline function, which derived classes inherit: every library has
+// its own there.
+#if !defined(_WIN32)
 extern template class TAVIK_INSTANTIATION_API(TAVIK_API) OpenObject<DynamicData>;
 extern template class TAVIK_INSTANTIATION_API(TAVIK_API) OpenObject<MethodFault>;
 extern template class TAVIK_INSTANTIATION_API(TAVIK_API) OpenObject<RuntimeFault>;
+#endif
 
 /// Base of the open data types that name no other.
 using OpenData = OpenObject<DynamicData>;
