@@ -2,13 +2,13 @@
 
 include(CheckLinkerFlag)
 
-# morvane_generate_types(<variable> LIBRARY <name> SCHEMA <files>... [IMPORTS <files>...])
+# morvane_generate_types(<variable> LIBRARY <name> SCHEMA <files>... [IMPORTS <files>...] [IMPORT_LIBRARIES <names>...])
 #
 # Runs the schema compiler over the files, in that order, and sets the variable to the sources it writes: one for each
 # file, and the library's tables. Headers land beside the sources, under the path of the schema. Whatever includes them
 # needs a dependency on <name>_schema, which linking to the library gives.
 function(morvane_generate_types variable)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "LIBRARY" "SCHEMA;IMPORTS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "LIBRARY" "SCHEMA;IMPORTS;IMPORT_LIBRARIES")
 
     set(schema "")
     set(sources "${MORVANE_GENERATED_DIR}/${arg_LIBRARY}/tables.gen.cpp")
@@ -23,7 +23,13 @@ function(morvane_generate_types variable)
     set(importOptions "")
     foreach(file IN LISTS arg_IMPORTS)
         list(APPEND imports "${PROJECT_SOURCE_DIR}/${file}")
-        list(APPEND importOptions --import "${PROJECT_SOURCE_DIR}/${file}")
+    endforeach()
+    foreach(library IN LISTS arg_IMPORT_LIBRARIES)
+        get_target_property(files ${library}_schema MORVANE_SCHEMA)
+        list(APPEND imports ${files})
+    endforeach()
+    foreach(file IN LISTS imports)
+        list(APPEND importOptions --import "${file}")
     endforeach()
 
     set(stamp "${CMAKE_CURRENT_BINARY_DIR}/${arg_LIBRARY}.schema.stamp")
@@ -42,6 +48,7 @@ function(morvane_generate_types variable)
                             "it would be taken for the fresh one. Remove it, and those that came with it.")
     endif()
     add_custom_target(${arg_LIBRARY}_schema DEPENDS "${stamp}")
+    set_target_properties(${arg_LIBRARY}_schema PROPERTIES MORVANE_SCHEMA "${schema}")
     set_source_files_properties(${sources} PROPERTIES GENERATED TRUE)
     set(${variable} ${sources} PARENT_SCOPE)
 endfunction()
