@@ -26,7 +26,7 @@ void RatioReporter::Finalize() {
         const auto ours = times.find("morvane");
         for (const auto& [who, time] : times) {
             if (ours != times.end() && who != "morvane") {
-                out << "  " << std::left << std::setw(24) << task << std::setw(28) << ("beside " + who)
+                out << "  " << std::left << std::setw(30) << task << std::setw(28) << ("beside " + who)
                     << std::right << std::fixed << std::setprecision(2) << std::setw(8) << ours->second / time
                     << '\n';
             }

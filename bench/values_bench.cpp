@@ -1,3 +1,4 @@
+#include "bench/documents_bench.h"
 #include "bench/ratio_reporter.h"
 #include "tavik/codec/json/json.h"
 #include "tavik/type/type_registry.h"
@@ -117,6 +118,7 @@ void RegisterAll() {
 
 int main(int argc, char** argv) {
     RegisterAll();
+    Bench::RegisterDocuments();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return EXIT_FAILURE;
