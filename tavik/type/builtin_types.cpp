@@ -176,8 +176,8 @@ const std::vector<Type*>& GetBuiltinTypes() {
 }
 
 Type* GetBuiltinType(TypeKind kind) {
-    const bool isTheOnlyOne = kind <= TypeKind::Any || kind == TypeKind::Managed;
-    return isTheOnlyOne ? Builtins().firstOfKind[static_cast<std::size_t>(kind)] : nullptr;
+    const bool isScalarOrRoot = kind <= TypeKind::Any || kind == TypeKind::Managed;
+    return isScalarOrRoot ? Builtins().firstOfKind[static_cast<std::size_t>(kind)] : nullptr;
 }
 
 template <>

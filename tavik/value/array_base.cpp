@@ -9,6 +9,7 @@
 #include "tavik/value/scalar_array.h"
 
 #include <algorithm>
+#include <new>
 
 namespace Tavik {
 
@@ -39,14 +40,15 @@ DataArrayBase* DataArrayBase::CloneArray(DataArrayBase* copy) const {
 }
 
 void DataArrayBase::AppendChecked(Any* element) {
-    if (_GetElementType() == nullptr) {
-        TypeRegistry::Instance().Load();
-    }
+    TypeRegistry::Instance().Load(); // the types are complete from then on, whoever is loading them
     const auto* object = dynamic_cast<DataObject*>(element);
     const auto* wanted = static_cast<const DataObjectType*>(_GetElementType());
     if (element != nullptr && (object == nullptr || !object->_GetDataType()->IsA(wanted))) {
         const Pellum::Ref<DataObject> made(wanted->New());
-        const DataObject& expected = *made;
+        if (made == nullptr) {
+            throw std::bad_alloc();
+        }
+        const DataObject& expected = *made; // of the class that the array takes
         Pellum::ThrowTypeMismatchException(typeid(expected), typeid(*element));
     }
     m_elements.emplace_back(static_cast<DataObject*>(element));

@@ -1,5 +1,6 @@
 #include "tavik/value/clone.h"
 
+#include "tavik/type/data_object_type.h"
 #include "tavik/value/depth_scope.h"
 #include "tavik/value/ref_slot.h"
 
@@ -11,10 +12,12 @@ namespace Tavik {
 
 namespace {
 
-/// A deep part that the outermost clone still has to copy.
+/// A deep part that the outermost clone still has to copy: into a slot, or into a property of an object.
 struct PendingClone {
     void* slot;
     const Any* source;
+    Any* target = nullptr;
+    const Property* property = nullptr;
 };
 
 struct CloneState {
@@ -54,12 +57,29 @@ Any* ClonePart(const Any& source) {
     return copy;
 }
 
+void Store(const PendingClone& part) {
+    const Pellum::Ref<Any> copy(ClonePart(*part.source));
+    if (part.property != nullptr) {
+        part.property->Set(part.target, copy.Get());
+    } else {
+        StoreRef(part.slot, copy.Get());
+    }
+}
+
+void StoreOrPutOff(const PendingClone& part) {
+    if (state.depth < kMaxRecursion) {
+        Store(part);
+    } else {
+        state.pending.push_back(part);
+    }
+}
+
 /// Copies what was put off. Still at depth one: a copy's own parts are put off again once they are too deep.
 void FinishPending() {
     while (!state.pending.empty()) {
         const PendingClone next = state.pending.back();
         state.pending.pop_back();
-        StoreRef(next.slot, ClonePart(*next.source));
+        Store(next);
     }
 }
 
@@ -68,10 +88,16 @@ void FinishPending() {
 void CloneInto(void* slot, const Any* source) {
     if (source == nullptr) {
         StoreRef(slot, nullptr);
-    } else if (state.depth < kMaxRecursion) {
-        StoreRef(slot, ClonePart(*source));
     } else {
-        state.pending.push_back({slot, source});
+        StoreOrPutOff({slot, source});
+    }
+}
+
+void CloneInto(Any& target, const Property& property, const Any* source) {
+    if (source == nullptr) {
+        property.Reset(&target);
+    } else {
+        StoreOrPutOff({nullptr, source, &target, &property});
     }
 }
 

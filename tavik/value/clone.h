@@ -9,11 +9,15 @@
 namespace Tavik {
 
 class Any;
+class Property;
 
 /// Stores a counted deep copy of `source`, or null for null, in the `Pellum::Ref` at `slot` (see
 /// `ref_slot.h`). The slot must stay in place until the outermost clone has returned: very deep parts are
 /// copied then, so that the stack used does not grow with the depth. Throws `std::bad_alloc`.
 TAVIK_API void CloneInto(void* slot, const Any* source);
+
+/// The same into a counted property of `target`, which must stay in place as the slot must.
+TAVIK_API void CloneInto(Any& target, const Property& property, const Any* source);
 
 /// Zero-filled storage for one object, null when out of memory.
 ///

@@ -2,17 +2,14 @@
 
 #include "tavik/type/data_object_type.h"
 #include "tavik/type/type_registry.h"
+#include "tavik/value/clone.h"
 #include "tavik/value/data_object.h"
 #include "tavik/value/open_content.h"
-
-#include <new>
 
 namespace Tavik {
 
 void CopyProperties(DataObjectType* (*type)(), DataObject& target, const DataObject& source) {
-    if (type() == nullptr) {
-        TypeRegistry::Instance().Load();
-    }
+    TypeRegistry::Instance().Load(); // the types are complete from then on, whoever is loading them
     if (const OpenContent* content = type()->GetOpenContent(source)) {
         *type()->GetOpenContent(target) = *content;
     }
@@ -20,15 +17,11 @@ void CopyProperties(DataObjectType* (*type)(), DataObject& target, const DataObj
         if (!property->IsSet(&source)) {
             continue;
         }
-        if (!property->IsCounted()) {
+        if (property->IsCounted()) {
+            CloneInto(target, *property, property->GetCounted(&source));
+        } else {
             property->Set(&target, property->GetFieldPointer(&source));
-            continue;
         }
-        const Pellum::Ref<Any> copy(property->GetCounted(&source)->_Clone());
-        if (copy == nullptr) {
-            throw std::bad_alloc();
-        }
-        property->Set(&target, copy.Get());
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "tavik/fault/method_fault.h"
 #include "tavik/template_export.h"
+#include "tavik/type/data_object_type.h"
 #include "tavik/value/open_content.h"
 #include "tavik/value/property_diff_set.h"
 
@@ -27,12 +28,12 @@ public:
     }
 
     void _DiffProperties(const Any* other, const std::string& prefix, PropertyDiffSet& diffs) const override {
-        // The difference of faults, and of classes without their own, works from the type, which knows the
-        // content.
-        if constexpr (!std::is_same_v<Base, DynamicData>) {
-            Base::_DiffProperties(other, prefix, diffs);
-        }
-        if constexpr (!std::is_base_of_v<MethodFault, Base>) {
+        Base::_DiffProperties(other, prefix, diffs);
+        // The difference of the runtime's classes works from the type, which knows the content if it is open.
+        constexpr bool kWorksFromType =
+            std::is_same_v<Base, DynamicData> || std::is_base_of_v<MethodFault, Base>;
+        const DataObjectType* type = this->_GetDataType();
+        if (!kWorksFromType || type == nullptr || !type->IsOpen()) {
             m_content.Diff(static_cast<const OpenObject*>(other)->m_content, prefix, diffs);
         }
     }

@@ -28,7 +28,7 @@ bool OpenContentWriter::NameLess::operator()(std::string_view a, std::uint32_t b
 }
 
 OpenContentWriter::OpenContentWriter(OpenContent& content)
-    : m_content(content), m_complete(content.m_tokens.size()) {
+    : m_content(content), m_complete(content.m_tokens.size()), m_completeText(content.m_text.size()) {
     Level& level = m_levels.emplace_back(Level{
         .isArray = false, .begin = kNoToken, .names = std::set<std::uint32_t, NameLess>(NameLess{&content})});
     std::uint32_t token = 0;
@@ -40,6 +40,7 @@ OpenContentWriter::OpenContentWriter(OpenContent& content)
 
 OpenContentWriter::~OpenContentWriter() {
     m_content.m_tokens.resize(m_complete);
+    m_content.m_text.resize(m_completeText);
 }
 
 bool OpenContentWriter::Name(std::string_view name) {
@@ -52,8 +53,8 @@ bool OpenContentWriter::Name(std::string_view name) {
     }
     level.name = static_cast<std::uint32_t>(m_content.m_tokens.size());
     m_content.Append(OpenContent::TokenKind::Name, name);
+    level.hasName = true; // before anything can throw: what has a name and no value is dropped
     level.names.insert(level.name);
-    level.hasName = true;
     return true;
 }
 
@@ -94,6 +95,7 @@ void OpenContentWriter::EndValue() {
     level.hasName = false;
     if (m_levels.size() == 1) {
         m_complete = m_content.m_tokens.size();
+        m_completeText = m_content.m_text.size();
     }
 }
 

@@ -75,7 +75,8 @@ private:
 
     OpenContent& m_content;
     std::vector<Level> m_levels;
-    std::size_t m_complete; ///< number of tokens up to the end of the last complete property
+    std::size_t m_complete;     ///< number of tokens up to the end of the last complete property
+    std::size_t m_completeText; ///< length of their text
 };
 
 } // namespace Tavik

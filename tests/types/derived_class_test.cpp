@@ -1,6 +1,9 @@
+#include "types/api/agent/internal/disk_attach_point.h"
 #include "types/api/core/computer_spec.h"
 
 #include <gtest/gtest.h>
+
+#include <utility>
 
 /// What users derive from generated classes: the copy constructor is theirs to use.
 namespace {
@@ -40,6 +43,35 @@ TEST(DerivedClass, CopiesDeeply) {
     const NotedSpec other(spec);
     EXPECT_NE(other.GetLocation(), spec.GetLocation());
     EXPECT_TRUE(other.GetLocation()->_IsEqual(spec.GetLocation(), false));
+}
+
+/// One that clones itself by its own copy constructor.
+class NotedPoint : public Morvane::Agent::Internal::DiskAttachPoint {
+public:
+    NotedPoint() = default;
+
+    NotedPoint* _Clone() const override { return Tavik::CloneObject(*this); }
+
+protected:
+    friend struct Tavik::ObjectCloner;
+    NotedPoint(const NotedPoint&) = default;
+};
+
+TEST(DerivedClass, IsClonedHoweverDeep) {
+    constexpr int kDepth = 200'000;
+    Pellum::Ref<NotedPoint> point = Pellum::MakeRef<NotedPoint>();
+    for (int i = 1; i < kDepth; ++i) {
+        auto next = Pellum::MakeRef<NotedPoint>();
+        next->SetHistory(point.Get());
+        point = std::move(next);
+    }
+    const Pellum::Ref<NotedPoint> clone(point->_Clone());
+    int depth = 0;
+    for (const auto* part = dynamic_cast<const NotedPoint*>(clone.Get()); part != nullptr;
+         part = dynamic_cast<const NotedPoint*>(part->GetHistory())) {
+        ++depth;
+    }
+    EXPECT_EQ(depth, kDepth);
 }
 
 } // namespace

@@ -33,7 +33,7 @@ struct FieldTable {
     int count;
     /// Of the base, when that is generated into the same library; else null.
     const FieldTable* base;
-    /// The type of a base that another library holds; null when there is none but the runtime's own.
+    /// The type of a base that another library holds; null when there is none but the runtime's roots.
     Tavik::DataObjectType* (*foreignBase)();
     /// A new object of the class; null when out of memory.
     Tavik::DataObject* (*create)();

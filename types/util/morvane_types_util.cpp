@@ -105,12 +105,14 @@ const StorageParams::VolumeCloningParams* FindVolumeCloningParamsById(
     if (params == nullptr) {
         return nullptr;
     }
+    const Tavik::DataArray<StorageParams::TargetDiskParams>* disks = params->PeekTargetDiskParams();
     const StorageParams::VolumeCloningParams* found = nullptr;
-    FindFirst(params->PeekTargetDiskParams(), [&](const StorageParams::TargetDiskParams& disk) {
-        found =
-            FindById(disk.PeekVolumesToClone(), &StorageParams::VolumeCloningParams::PeekSourceVolumeId, id);
-        return found != nullptr;
-    });
+    for (std::size_t i = 0; found == nullptr && disks != nullptr && i < disks->GetLength(); ++i) {
+        if (const StorageParams::TargetDiskParams* disk = (*disks)[i]) {
+            found = FindById(
+                disk->PeekVolumesToClone(), &StorageParams::VolumeCloningParams::PeekSourceVolumeId, id);
+        }
+    }
     return found;
 }
 

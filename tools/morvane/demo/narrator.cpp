@@ -15,13 +15,13 @@ void Narrator::Heading(const std::string& title) {
 }
 
 void Narrator::Say(const std::string& text, Style style) {
-    PrintLines(Wrap(text, GetTextWidth()), style);
+    PrintLines(Wrap(text, m_out.GetWidth(kIndent)), style);
 }
 
 void Narrator::ShowText(const std::string& text) {
     for (std::size_t start = 0; start < text.size();) {
         const std::size_t end = std::min(text.find('\n', start), text.size());
-        PrintLines({Abbreviate(text.substr(start, end - start), GetTextWidth())}, Style::Faint);
+        PrintLines({Abbreviate(text.substr(start, end - start), m_out.GetWidth(kIndent))}, Style::Faint);
         start = end + 1;
     }
 }
@@ -29,7 +29,7 @@ void Narrator::ShowText(const std::string& text) {
 void Narrator::ShowError(const std::string& message, const std::string& fileName) {
     const std::size_t end = message.find(": ", fileName.size());
     PrintLines({message.substr(0, end)}, Style::Name);
-    for (const std::string& line : Wrap(message.substr(end + 2), GetTextWidth() - 2)) {
+    for (const std::string& line : Wrap(message.substr(end + 2), m_out.GetWidth(kIndent + 2))) {
         PrintLines({"  " + line}, Style::Plain);
     }
 }
@@ -38,10 +38,6 @@ void Narrator::PrintLines(const std::vector<std::string>& lines, Style style) {
     for (const std::string& line : lines) {
         m_out.WriteLine(std::string(kIndent, ' ') + m_out.Paint(style, line));
     }
-}
-
-std::size_t Narrator::GetTextWidth() const {
-    return m_out.GetWidth() == Output::kUnlimited ? Output::kUnlimited : m_out.GetWidth() - kIndent;
 }
 
 } // namespace Tool

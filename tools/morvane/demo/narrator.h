@@ -32,7 +32,6 @@ public:
 
 private:
     void PrintLines(const std::vector<std::string>& lines, Style style);
-    std::size_t GetTextWidth() const;
 
     Output& m_out;
     int m_step = 0;

@@ -14,8 +14,7 @@ void Page::Heading(const std::string& title) {
 }
 
 void Page::Paragraph(const std::string& text, std::size_t indent) {
-    const std::size_t width = m_output.GetWidth();
-    for (const std::string& line : Wrap(text, width == Output::kUnlimited ? width : width - indent)) {
+    for (const std::string& line : Wrap(text, m_output.GetWidth(indent))) {
         m_output.WriteLine(std::string(indent, ' ') + line);
     }
 }

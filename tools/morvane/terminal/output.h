@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdio>
 #include <string>
@@ -27,6 +28,11 @@ public:
 
     /// Columns: of the terminal, or what COLUMNS says of it.
     std::size_t GetWidth() const { return m_width; }
+
+    /// Columns for text that is indented: at least one.
+    std::size_t GetWidth(std::size_t indent) const {
+        return m_width == kUnlimited ? kUnlimited : std::max(m_width, indent + 1) - indent;
+    }
 
     /// The text with the marks that show it in that style, if any.
     std::string Paint(Style style, std::string_view text) const;
