@@ -11,6 +11,7 @@ function(morvane_generate_types variable)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "LIBRARY" "SCHEMA;IMPORTS;IMPORT_LIBRARIES")
 
     set(schema "")
+    set(folders "")
     set(sources "${MORVANE_GENERATED_DIR}/${arg_LIBRARY}/tables.gen.cpp")
     foreach(file IN LISTS arg_SCHEMA)
         cmake_path(ABSOLUTE_PATH file NORMALIZE OUTPUT_VARIABLE absolute)
@@ -18,7 +19,16 @@ function(morvane_generate_types variable)
         cmake_path(RELATIVE_PATH absolute BASE_DIRECTORY "${PROJECT_SOURCE_DIR}" OUTPUT_VARIABLE relative)
         cmake_path(REMOVE_EXTENSION relative OUTPUT_VARIABLE stem)
         list(APPEND sources "${MORVANE_GENERATED_DIR}/${stem}.gen.cpp")
+        cmake_path(GET relative PARENT_PATH folder)
+        list(APPEND folders "${MORVANE_GENERATED_DIR}/${folder}/*.h")
     endforeach()
+    # What was written before: a build has to know that the schema compiler may write it again, or it compiles what
+    # includes it only the next time. A header that is new is included by nothing yet that was compiled.
+    list(REMOVE_DUPLICATES folders)
+    file(GLOB written CONFIGURE_DEPENDS
+        ${folders}
+        "${MORVANE_GENERATED_DIR}/${arg_LIBRARY}/tables.h"
+        "${MORVANE_GENERATED_DIR}/${arg_LIBRARY}/documentation.*")
     set(imports "")
     set(importOptions "")
     foreach(file IN LISTS arg_IMPORTS)
@@ -35,7 +45,7 @@ function(morvane_generate_types variable)
     set(stamp "${CMAKE_CURRENT_BINARY_DIR}/${arg_LIBRARY}.schema.stamp")
     add_custom_command(
         OUTPUT "${stamp}"
-        BYPRODUCTS ${sources}
+        BYPRODUCTS ${sources} ${written}
         COMMAND morvane::schemac --library "${arg_LIBRARY}" --source-root "${PROJECT_SOURCE_DIR}"
                 --out "${MORVANE_GENERATED_DIR}" --stamp "${stamp}" --depfile "${stamp}.d"
                 ${importOptions} ${schema}

@@ -29,3 +29,5 @@ row "everything, from nothing" "$(build clean)" s
 row "largest compiler process" "$(($(sort -n "$folder/peaks" | tail -n 1) / 1000))" MB
 printf '\n/// Added by a measurement.\ndata Measured wire MorvaneMeasured since version1;\n' >>"$folder/types/api/core/session.tavik"
 row "again, with a type added to one schema file" "$(build incremental)" s
+build nothing >/dev/null
+grep --quiet "no work to do" "$folder/nothing.log" || { echo "A build after that has still something to do." >&2; exit 1; }

@@ -102,7 +102,8 @@ public:
 
     [[nodiscard]] bool IsSet() const noexcept { return static_cast<std::int8_t>(m_state[0]) >= 0; }
 
-    explicit operator bool() const noexcept { return IsSet(); }
+    /// `if (optional)` would ask whether it is set where the value is meant: say `IsSet()` or `ValueOr(...)`.
+    explicit operator bool() const = delete;
 
     /// The value. Precondition: `IsSet()`.
     [[nodiscard]] bool GetValue() const noexcept {

@@ -9,7 +9,6 @@
 #include "tavik/value/scalar_array.h"
 
 #include <algorithm>
-#include <new>
 
 namespace Tavik {
 
@@ -43,13 +42,11 @@ void DataArrayBase::AppendChecked(Any* element) {
     TypeRegistry::Instance().Load(); // the types are complete from then on, whoever is loading them
     const auto* object = dynamic_cast<DataObject*>(element);
     const auto* wanted = static_cast<const DataObjectType*>(_GetElementType());
-    if (element != nullptr && (object == nullptr || !object->_GetDataType()->IsA(wanted))) {
-        const Pellum::Ref<DataObject> made(wanted->New());
-        if (made == nullptr) {
-            throw std::bad_alloc();
-        }
-        const DataObject& expected = *made; // of the class that the array takes
-        Pellum::ThrowTypeMismatchException(typeid(expected), typeid(*element));
+    const DataObjectType* type = object == nullptr ? nullptr : object->_GetDataType();
+    if (element != nullptr && (type == nullptr || !type->IsA(wanted))) {
+        Pellum::ThrowTypeMismatchException(
+            wanted == nullptr ? "a registered type" : wanted->GetName(),
+            type == nullptr ? "another class" : type->GetName());
     }
     m_elements.emplace_back(static_cast<DataObject*>(element));
 }

@@ -6,6 +6,8 @@
 
 #include <memory>
 #include <new>
+#include <typeinfo>
+#include <utility>
 #include <vector>
 
 namespace Tavik {
@@ -22,35 +24,51 @@ struct PendingClone {
 
 struct CloneState {
     int depth = 0;
+    const Any* part = nullptr;   ///< what `ClonePart` has just asked to clone itself
+    const void* built = nullptr; ///< where a copy constructor is building a copy
     std::vector<PendingClone> pending;
 };
 
 thread_local CloneState state;
 
-/// The extent of one clone. The outermost one forgets what it has not come to, which happens when it throws.
+/// The extent of one clone. What it puts off is left to the clone around it only if that has asked for the
+/// whole of this object; anything else, a user's class that copies a part of itself for example, may drop the
+/// copy at any time, and has to have it finished. When something throws, what was put off is forgotten.
 class CloneScope {
 public:
-    CloneScope() = default;
+    CloneScope(const Any& source, const void* built)
+        : m_source(source),
+          m_isPart(std::exchange(state.part, nullptr) == &source),
+          m_outerBuilt(std::exchange(state.built, built)),
+          m_begin(state.pending.size()) {}
 
     ~CloneScope() {
-        if (IsOutermost()) {
-            state.pending.clear();
+        state.built = m_outerBuilt;
+        if (!m_isDone) {
+            state.pending.resize(m_begin);
         }
     }
 
     CloneScope(const CloneScope&) = delete;
     CloneScope& operator=(const CloneScope&) = delete;
 
-    bool IsOutermost() const { return m_depth.IsOutermost(); }
+    void Finish(const Any& copy);
 
 private:
+    const Any& m_source;
+    const bool m_isPart;
+    const void* m_outerBuilt;
+    const std::size_t m_begin;
+    bool m_isDone = false;
     DepthScope m_depth{state.depth};
 };
 
 /// A copy without one of its parts would be none: what `_Clone` could not get the memory for ends the whole
 /// clone.
 Any* ClonePart(const Any& source) {
+    state.part = &source;
     Any* copy = source._Clone();
+    state.part = nullptr;
     if (copy == nullptr) {
         throw std::bad_alloc();
     }
@@ -66,21 +84,18 @@ void Store(const PendingClone& part) {
     }
 }
 
-void StoreOrPutOff(const PendingClone& part) {
-    if (state.depth < kMaxRecursion) {
-        Store(part);
-    } else {
-        state.pending.push_back(part);
+/// Copies what was put off. A copy's own parts are put off again once they are too deep, so that the stack
+/// used does not grow.
+void CloneScope::Finish(const Any& copy) {
+    const bool isWhole = typeid(copy) == typeid(m_source);
+    if (!m_isPart || !isWhole) {
+        while (state.pending.size() > m_begin) {
+            const PendingClone next = state.pending.back();
+            state.pending.pop_back();
+            Store(next);
+        }
     }
-}
-
-/// Copies what was put off. Still at depth one: a copy's own parts are put off again once they are too deep.
-void FinishPending() {
-    while (!state.pending.empty()) {
-        const PendingClone next = state.pending.back();
-        state.pending.pop_back();
-        Store(next);
-    }
+    m_isDone = true;
 }
 
 } // namespace
@@ -88,16 +103,20 @@ void FinishPending() {
 void CloneInto(void* slot, const Any* source) {
     if (source == nullptr) {
         StoreRef(slot, nullptr);
+    } else if (state.depth < kMaxRecursion) {
+        Store({slot, source});
     } else {
-        StoreOrPutOff({slot, source});
+        state.pending.push_back({slot, source});
     }
 }
 
 void CloneInto(Any& target, const Property& property, const Any* source) {
     if (source == nullptr) {
         property.Reset(&target);
+    } else if (state.depth < kMaxRecursion || state.built != &target) { // or a temporary, gone too soon
+        Store({nullptr, source, &target, &property});
     } else {
-        StoreOrPutOff({nullptr, source, &target, &property});
+        state.pending.push_back({nullptr, source, &target, &property});
     }
 }
 
@@ -110,12 +129,10 @@ Any* CloneWith(const Any& source, std::size_t size, Any* (*construct)(void* stor
     if (storage == nullptr) {
         return nullptr;
     }
-    const CloneScope scope;
+    CloneScope scope(source, storage.get());
     std::unique_ptr<Any> copy(construct(storage.get(), source));
     static_cast<void>(storage.release()); // the object's own from here on
-    if (scope.IsOutermost()) {
-        FinishPending();
-    }
+    scope.Finish(*copy);
     return copy.release();
 }
 
@@ -126,11 +143,9 @@ Any* FillClone(
         return nullptr;
     }
     std::unique_ptr<Any> owner(copy);
-    const CloneScope scope;
+    CloneScope scope(source, copy);
     fill(*copy, source, context);
-    if (scope.IsOutermost()) {
-        FinishPending();
-    }
+    scope.Finish(*copy);
     return owner.release();
 }
 

@@ -60,6 +60,8 @@ struct ObjectCloner {
 };
 
 /// What `_Clone` of a class returns: a new copy with no count, null when out of memory for the object itself.
+/// It is to be returned as it is: very deep parts of it may be copied only when the clone around it is
+/// finished.
 template <class T>
 T* CloneObject(const T& source) {
     return static_cast<T*>(CloneWith(source, sizeof(T), &ObjectCloner::Construct<T>));

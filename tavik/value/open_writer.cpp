@@ -3,6 +3,8 @@
 #include "pellum/error/exception.h"
 #include "tavik/value/json_text.h"
 
+#include <algorithm>
+
 namespace Tavik {
 
 namespace {
@@ -39,8 +41,9 @@ OpenContentWriter::OpenContentWriter(OpenContent& content)
 }
 
 OpenContentWriter::~OpenContentWriter() {
-    m_content.m_tokens.resize(m_complete);
-    m_content.m_text.resize(m_completeText);
+    // Never more than there is: the content may have been cleared meanwhile.
+    m_content.m_tokens.resize(std::min(m_complete, m_content.m_tokens.size()));
+    m_content.m_text.resize(std::min(m_completeText, m_content.m_text.size()));
 }
 
 bool OpenContentWriter::Name(std::string_view name) {

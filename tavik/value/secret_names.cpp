@@ -8,13 +8,14 @@ namespace Tavik {
 
 namespace {
 
-/// The name as the words are written.
+/// The name as the words are written: its letters and digits.
 std::string Fold(std::string_view name) {
     std::string folded;
     folded.reserve(name.size());
     for (const char c : name) {
-        if (c != '_' && c != '-' && c != ' ') {
-            folded += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+        const bool isUpper = c >= 'A' && c <= 'Z';
+        if (isUpper || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9')) {
+            folded += isUpper ? static_cast<char>(c - 'A' + 'a') : c;
         }
     }
     return folded;

@@ -7,9 +7,11 @@
 namespace Tavik {
 
 /// What makes the name of a property that no description flags a secret's: such a name has one of these in
-/// it, in whatever case, and with or without `_`, `-` and spaces between the letters. Written in lower case.
+/// it, in whatever case, and whatever stands between its letters and digits. Written in lower case.
 inline constexpr std::string_view kSecretWords[] = {
-    "password", "passwd", "passphrase", "secret", "privatekey", "token", "cookie", "credential", "sessionid",
+    "password",   "passwd",    "pwd",           "passphrase",    "secret", "privatekey",
+    "privkey",    "apikey",    "accesskey",     "encryptionkey", "token",  "cookie",
+    "credential", "sessionid", "authorization", "ticket",
 };
 
 /// Whether the name is a secret's by `kSecretWords`. Whatever prints for people hides the whole value then.

@@ -69,7 +69,7 @@ TYPED_TEST(OptionalTest, StartsUnsetAndHoldsWhatIsSet) {
     for (const int which : {0, 1, 0}) {
         const TypeParam value = Sample<TypeParam>(which);
         optional.SetValue(value);
-        EXPECT_TRUE(optional);
+        EXPECT_TRUE(optional.IsSet());
         EXPECT_EQ(optional.GetValue(), value);
         ASSERT_NE(optional.Peek(), nullptr);
         EXPECT_EQ(*optional.Peek(), value);

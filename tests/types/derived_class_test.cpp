@@ -74,4 +74,32 @@ TEST(DerivedClass, IsClonedHoweverDeep) {
     EXPECT_EQ(depth, kDepth);
 }
 
+/// One that copies a part of itself by its base, uses the copy's parts and drops it.
+class PickyPoint : public Morvane::Agent::Internal::DiskAttachPoint {
+public:
+    PickyPoint* _Clone() const override {
+        const Pellum::Ref<DiskAttachPoint> copy(DiskAttachPoint::_Clone());
+        auto* mine = new PickyPoint;
+        mine->SetBus(copy->GetBus());
+        mine->SetHistory(copy->GetHistory());
+        return mine;
+    }
+};
+
+/// Around the depth where parts of a clone are put off.
+TEST(DerivedClass, MayCloneItselfInPartsAtAnyDepth) {
+    using Point = Morvane::Agent::Internal::DiskAttachPoint;
+    for (int depth = 58; depth <= 70; ++depth) {
+        Pellum::Ref<Point> point = Pellum::MakeRef<PickyPoint>();
+        point->SetHistory(Pellum::MakeRef<Point>().Get());
+        for (int i = 0; i < depth; ++i) {
+            auto next = Pellum::MakeRef<Point>();
+            next->SetHistory(point.Get());
+            point = std::move(next);
+        }
+        const Pellum::Ref<Point> clone(point->_Clone());
+        EXPECT_TRUE(point->_IsEqual(clone.Get(), false)) << depth;
+    }
+}
+
 } // namespace

@@ -197,7 +197,11 @@ TEST(FieldFunctions, SwapExchangesTheWholeMember) {
 
 TEST(FieldFunctions, GetAndSetCountReferences) {
     ForEachProperty(Kinds::Counted, [](Subject& it) {
-        const auto* held = static_cast<const Any*>(it.record.fieldPointer(it.full.Get(), it.index));
+        // One that nobody else holds: boxed booleans are shared.
+        const Ref<Any> own(
+            static_cast<const Any*>(it.record.fieldPointer(it.full.Get(), it.index))->_Clone());
+        it.record.set(it.full.Get(), it.index, own.Get());
+        const Any* held = own.Get();
         const std::int32_t count = held->GetRefCount();
         {
             Ref<Any> out(
