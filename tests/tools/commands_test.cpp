@@ -116,6 +116,8 @@ INSTANTIATE_TEST_SUITE_P(
         Invocation{{}, 2, "", "SUBCOMMAND"},
         Invocation{{"chekc", kRequest}, 2, "", "did you mean \"check\"?"},
         Invocation{{"types", "--kind", "class"}, 2, "", "morvane: error: --kind"},
+        Invocation{{"check", "--version", "", kSession}, 2, "", "--version: must not be empty"},
+        Invocation{{"describe", "\x1b[31m"}, 2, "", "\\x1b[31m"},
         Invocation{{"types", "--json", "--names"}, 2, "", "excludes"},
         Invocation{
             {"types", "--area", "prams"}, 2, "", "did you mean \"params\"?\nThe areas, with their numbers"},

@@ -16,6 +16,19 @@ CLI::App& CommandSet::Add(const CommandText& text) {
     return command;
 }
 
+void CommandSet::RefuseEmptyArguments() {
+    const auto refuseEmpty = [](const std::string& argument) {
+        return argument.empty() ? std::string("must not be empty") : std::string();
+    };
+    for (CLI::App* command : m_root.get_subcommands([](const CLI::App*) { return true; })) {
+        for (CLI::Option* option : command->get_options()) {
+            if (option->get_items_expected_max() > 0) {
+                option->check(refuseEmpty, "", "not empty");
+            }
+        }
+    }
+}
+
 ExitCode CommandSet::Run(Console& console) const {
     return m_actions.at(m_root.get_subcommands().front())(console);
 }

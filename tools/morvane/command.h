@@ -40,6 +40,10 @@ public:
 
     void SetAction(const CLI::App& command, Action action) { m_actions[&command] = std::move(action); }
 
+    /// Makes an argument that is empty, a variable that was not set for example, a wrong usage. To be called
+    /// when all commands are there.
+    void RefuseEmptyArguments();
+
     /// Runs the command that was given.
     ExitCode Run(Console& console) const;
 

@@ -12,11 +12,8 @@
 namespace {
 
 using Tool::Console;
-using Tool::Style;
 
-void PrintError(Console& console, const std::string& text, const std::string& place = "morvane") {
-    console.err.WriteLine(place + ": " + console.err.Paint(Style::Bad, "error:") + ' ' + text);
-}
+constexpr const char* kProgram = "morvane";
 
 /// What is wrong with the arguments; a mistyped command is named, not just missed.
 std::string DescribeUsageError(const CLI::App& app, const CLI::ParseError& error, int argc, char** argv) {
@@ -34,7 +31,7 @@ std::string DescribeUsageError(const CLI::App& app, const CLI::ParseError& error
 
 Tool::ExitCode FailUsage(
     Console& console, const CLI::App& app, const CLI::ParseError& error, int argc, char** argv) {
-    PrintError(console, DescribeUsageError(app, error, argc, argv));
+    console.WriteError(kProgram, DescribeUsageError(app, error, argc, argv));
     const auto chosen = app.get_subcommands();
     console.err.WriteLine(
         "Run \"morvane " + (chosen.empty() ? std::string() : chosen.front()->get_name() + ' ')
@@ -48,11 +45,11 @@ Tool::ExitCode Run(const Tool::CommandSet& commands, Console& console) {
         console.out.Flush();
         return code;
     } catch (const std::bad_alloc&) {
-        PrintError(console, "there is not enough memory");
+        console.WriteError(kProgram, "there is not enough memory");
     } catch (const Tool::InputError& error) {
-        PrintError(console, error.GetProblem(), error.GetPlace());
+        console.WriteError(error.GetPlace(), error.GetProblem());
     } catch (const std::exception& error) {
-        PrintError(console, error.what());
+        console.WriteError(kProgram, error.what());
     }
     return Tool::kError;
 }
@@ -95,6 +92,8 @@ int main(int argc, char** argv) {
     Tool::AddMatchCommand(commands);
     Tool::AddDemoCommand(commands);
     Tool::AddCompletionCommand(commands);
+
+    commands.RefuseEmptyArguments();
 
     if (argc == 1) {
         console.err.Write(app.help());

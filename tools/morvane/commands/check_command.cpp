@@ -29,22 +29,22 @@ public:
             const auto value = ReadValue(file, m_options.input);
             const auto problems = Tavik::Validate(value.Get(), FindVersion(m_options.input.version));
             for (const Tavik::Problem& problem : problems) {
-                Report(
+                m_console.WriteError(
                     GetSourceName(file),
                     (problem.path.empty() ? "the value" : problem.path) + ": " + problem.what);
             }
             if (problems.empty()) {
                 m_console.out.WriteLine(
-                    GetSourceName(file) + ": " + m_console.out.Paint(Style::Good, "ok") + ", "
+                    MakeVisible(GetSourceName(file)) + ": " + m_console.out.Paint(Style::Good, "ok") + ", "
                     + GetTypeName(*value));
             } else {
                 ++m_wrongCount;
             }
         } catch (const InputError& error) {
-            Report(error.GetPlace(), error.GetProblem());
+            m_console.WriteError(error.GetPlace(), error.GetProblem());
             ++m_wrongCount;
         } catch (const Pellum::Exception& error) {
-            Report("morvane", error.what());
+            m_console.WriteError("morvane", error.what());
             ++m_unreadCount;
         }
     }
@@ -61,10 +61,6 @@ public:
     }
 
 private:
-    void Report(const std::string& place, const std::string& what) {
-        m_console.err.WriteLine(place + ": " + m_console.err.Paint(Style::Bad, "error:") + ' ' + what);
-    }
-
     const CheckOptions& m_options;
     Console& m_console;
     std::size_t m_wrongCount = 0;

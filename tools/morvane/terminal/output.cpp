@@ -104,4 +104,22 @@ void Output::Flush() {
     }
 }
 
+std::string MakeVisible(std::string_view text, bool keepsLines) {
+    constexpr char kDigits[] = "0123456789abcdef";
+    std::string visible;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if ((byte < 0x20 || byte == 0x7F) && !(keepsLines && c == '\n')) {
+            visible += {'\\', 'x', kDigits[byte / 16], kDigits[byte % 16]};
+        } else {
+            visible += c;
+        }
+    }
+    return visible;
+}
+
+void Console::WriteError(const std::string& place, const std::string& text) {
+    err.WriteLine(MakeVisible(place) + ": " + err.Paint(Style::Bad, "error:") + ' ' + MakeVisible(text, true));
+}
+
 } // namespace Tool

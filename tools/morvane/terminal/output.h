@@ -52,6 +52,13 @@ private:
 struct Console {
     Output out{stdout};
     Output err{stderr};
+
+    /// Reports a mistake on `err`: "<place>: error: <text>".
+    void WriteError(const std::string& place, const std::string& text);
 };
+
+/// `text`, which a user gave, with control characters as escapes, so that none of them steers the terminal.
+/// Ends of lines stay if asked for.
+std::string MakeVisible(std::string_view text, bool keepsLines = false);
 
 } // namespace Tool
