@@ -7,8 +7,8 @@ namespace Tavik {
 class Type;
 struct OrlinVersions;
 
-/// The runtime's own types: scalars first, then data, faults and managed types. Bases stand before what derives
-/// from them.
+/// The runtime's own types: scalars first, then data, faults and managed types. Bases stand before what
+/// derives from them.
 const std::vector<Type*>& GetBuiltinTypes();
 
 /// The version records of the runtime's own namespaces, `orlin` first.

@@ -119,7 +119,8 @@ std::string MakeVisible(std::string_view text, bool keepsLines) {
 }
 
 void Console::WriteError(const std::string& place, const std::string& text) {
-    err.WriteLine(MakeVisible(place) + ": " + err.Paint(Style::Bad, "error:") + ' ' + MakeVisible(text, true));
+    err.WriteLine(
+        MakeVisible(place) + ": " + err.Paint(Style::Bad, "error:") + ' ' + MakeVisible(text, true));
 }
 
 } // namespace Tool
