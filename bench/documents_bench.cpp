@@ -34,7 +34,7 @@ std::shared_ptr<const Document> Load(const std::string& path) {
 }
 
 template <class Body>
-void Add(const std::string& name, std::shared_ptr<const Document> document, Body body) {
+void Add(const std::string& name, const std::shared_ptr<const Document>& document, Body body) {
     benchmark::RegisterBenchmark(name.c_str(), [document, body](benchmark::State& state) {
         for (auto _ : state) {
             body(*document);

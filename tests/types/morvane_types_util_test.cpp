@@ -28,43 +28,44 @@ using Pellum::Ref;
 
 template <class T>
 Ref<Tavik::DataArray<T>> MakeArray(std::initializer_list<Ref<T>> elements) {
-    const auto array = MakeRef<Tavik::DataArray<T>>();
+    auto array = MakeRef<Tavik::DataArray<T>>();
     for (const Ref<T>& element : elements) {
         array->Append(element.Get());
     }
     return array;
 }
 
-Ref<StorageInfo::DiskInfo> MakeDisk(const std::string& id, Pellum::Optional<std::int32_t> sectorSize = {}) {
-    const auto disk = MakeRef<StorageInfo::DiskInfo>();
+Ref<StorageInfo::DiskInfo> MakeDisk(
+    const std::string& id, const Pellum::Optional<std::int32_t>& sectorSize = {}) {
+    auto disk = MakeRef<StorageInfo::DiskInfo>();
     disk->SetDiskId(id);
     disk->SetSectorSize(sectorSize);
     return disk;
 }
 
 Ref<StorageInfo::VolumeInfo> MakeVolume(const std::string& id, std::vector<std::string> diskIds = {}) {
-    const auto volume = MakeRef<StorageInfo::VolumeInfo>();
+    auto volume = MakeRef<StorageInfo::VolumeInfo>();
     volume->SetVolumeId(id);
     volume->SetDiskId(MakeRef<Tavik::Array<std::string>>(std::move(diskIds)).Get());
     return volume;
 }
 
 Ref<StorageMapping::DiskMapping> MakeDiskMapping(
-    const Pellum::Optional<std::string>& id, Pellum::Optional<std::int32_t> sectorSize = {}) {
-    const auto mapping = MakeRef<StorageMapping::DiskMapping>();
+    const Pellum::Optional<std::string>& id, const Pellum::Optional<std::int32_t>& sectorSize = {}) {
+    auto mapping = MakeRef<StorageMapping::DiskMapping>();
     mapping->SetSourceDiskId(id);
     mapping->SetSectorSize(sectorSize);
     return mapping;
 }
 
 Ref<StorageMapping::VolumeMapping> MakeVolumeMapping(const std::string& id) {
-    const auto mapping = MakeRef<StorageMapping::VolumeMapping>();
+    auto mapping = MakeRef<StorageMapping::VolumeMapping>();
     mapping->SetSourceVolumeId(id);
     return mapping;
 }
 
 Ref<StorageParams::VolumeCloningParams> MakeVolumeParams(const std::string& id) {
-    const auto params = MakeRef<StorageParams::VolumeCloningParams>();
+    auto params = MakeRef<StorageParams::VolumeCloningParams>();
     params->SetSourceVolumeId(id);
     return params;
 }

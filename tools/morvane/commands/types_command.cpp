@@ -88,6 +88,7 @@ std::string Summarise(const TypeList& types) {
         ++counts[type->GetKind()];
     }
     std::vector<std::string> kinds;
+    kinds.reserve(counts.size());
     for (const auto& [kind, count] : counts) {
         kinds.push_back(std::to_string(count) + ' ' + GetKindName(kind));
     }
