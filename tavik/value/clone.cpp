@@ -63,12 +63,22 @@ private:
     DepthScope m_depth{state.depth};
 };
 
+/// Names a part while it clones itself, also when that throws.
+class PartScope {
+public:
+    explicit PartScope(const Any& part) { state.part = &part; }
+
+    ~PartScope() { state.part = nullptr; }
+
+    PartScope(const PartScope&) = delete;
+    PartScope& operator=(const PartScope&) = delete;
+};
+
 /// A copy without one of its parts would be none: what `_Clone` could not get the memory for ends the whole
 /// clone.
 Any* ClonePart(const Any& source) {
-    state.part = &source;
+    const PartScope scope(source);
     Any* copy = source._Clone();
-    state.part = nullptr;
     if (copy == nullptr) {
         throw std::bad_alloc();
     }

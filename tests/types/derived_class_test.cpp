@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
 #include <utility>
 
 /// What users derive from generated classes: the copy constructor is theirs to use.
@@ -100,6 +101,40 @@ TEST(DerivedClass, MayCloneItselfInPartsAtAnyDepth) {
         const Pellum::Ref<Point> clone(point->_Clone());
         EXPECT_TRUE(point->_IsEqual(clone.Get(), false)) << depth;
     }
+}
+
+/// One that does not clone itself the first time.
+class FlakyPoint : public NotedPoint {
+public:
+    FlakyPoint* _Clone() const override {
+        if (!m_hasFailed) {
+            m_hasFailed = true;
+            throw std::bad_alloc();
+        }
+        return Tavik::CloneObject(*this);
+    }
+
+private:
+    friend struct Tavik::ObjectCloner;
+
+    mutable bool m_hasFailed = false;
+};
+
+TEST(DerivedClass, IsClonedWholeAfterOneThatThrew) {
+    using Point = Morvane::Agent::Internal::DiskAttachPoint;
+    Pellum::Ref<Point> history = Pellum::MakeRef<Point>();
+    for (int i = 0; i < 100; ++i) {
+        auto next = Pellum::MakeRef<Point>();
+        next->SetHistory(history.Get());
+        history = std::move(next);
+    }
+    const auto flaky = Pellum::MakeRef<FlakyPoint>();
+    flaky->SetHistory(history.Get());
+    const auto holder = Pellum::MakeRef<Point>();
+    holder->SetHistory(flaky.Get());
+    EXPECT_THROW(static_cast<void>(holder->_Clone()), std::bad_alloc);
+    const Pellum::Ref<Point> clone(flaky->_Clone());
+    EXPECT_TRUE(flaky->_IsEqual(clone.Get(), false));
 }
 
 } // namespace
