@@ -31,6 +31,16 @@ void ObjectImpl::DecRef() const noexcept {
     }
 }
 
+bool ObjectImpl::TryIncRef() const noexcept {
+    int count = m_refCount.load(std::memory_order_relaxed);
+    while (count != 0) {
+        if (m_refCount.compare_exchange_weak(count, count + 1, std::memory_order_relaxed)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 std::string ObjectImpl::ToString() const {
     return Demangle(typeid(*this));
 }

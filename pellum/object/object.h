@@ -37,6 +37,11 @@ public:
     void IncRef() const noexcept override;
     void DecRef() const noexcept override;
 
+    /// Takes a count unless there is none, whether the object is being destroyed or nobody owns it yet;
+    /// returns whether it did. For those who know an object without owning it, and keep its destructor from
+    /// ending meanwhile.
+    [[nodiscard]] bool TryIncRef() const noexcept;
+
     /// The name of the most derived class, unless a class says more.
     [[nodiscard]] std::string ToString() const override;
     [[nodiscard]] int GetRefCount() const noexcept override;

@@ -1,0 +1,8 @@
+#include "tavik/managed/managed_object.h"
+
+namespace Tavik {
+
+ManagedObjectCommon::~ManagedObjectCommon() = default;
+ManagedObject::~ManagedObject() = default;
+
+} // namespace Tavik

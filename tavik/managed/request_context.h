@@ -1,0 +1,66 @@
+#pragma once
+
+#include "pellum/object/object.h"
+#include "pellum/object/ref.h"
+#include "tavik/export.h"
+
+#include <chrono>
+#include <optional>
+#include <string>
+
+namespace Tavik {
+
+class Version;
+
+/// What a call carries beside its arguments. Immutable, so that stubs and threads may share one; the `With`
+/// functions create a copy that differs in one thing.
+class TAVIK_API RequestContext final : public Pellum::ObjectImpl {
+public:
+    using Clock = std::chrono::steady_clock;
+
+    /// No session, no restriction of version, no locale, no deadline.
+    RequestContext();
+
+    /// Proves to the server who calls; empty outside of a session. A secret: it is in no text that this class
+    /// makes.
+    const std::string& GetSessionKey() const { return m_sessionKey; }
+
+    /// The API version that the caller speaks, borrowed; null for whatever both sides know.
+    const Version* GetVersion() const { return m_version; }
+
+    /// "en_US"; empty for the server's choice.
+    const std::string& GetLocale() const { return m_locale; }
+
+    /// When the caller stops waiting; nothing when it waits for ever.
+    const std::optional<Clock::time_point>& GetDeadline() const { return m_deadline; }
+
+    /// Names a call in the logs of both sides; where it is empty each call is given one of its own.
+    const std::string& GetCorrelationId() const { return m_correlationId; }
+
+    [[nodiscard]] Pellum::Ref<RequestContext> WithSessionKey(std::string key) const;
+    /// `version` is borrowed, null for no restriction: what `TypeRegistry::GetVersion` gives.
+    [[nodiscard]] Pellum::Ref<RequestContext> WithVersion(const Version* version) const;
+    [[nodiscard]] Pellum::Ref<RequestContext> WithLocale(std::string locale) const;
+    [[nodiscard]] Pellum::Ref<RequestContext> WithDeadline(std::optional<Clock::time_point> deadline) const;
+    /// A deadline so long from now.
+    [[nodiscard]] Pellum::Ref<RequestContext> WithTimeout(Clock::duration timeout) const;
+    [[nodiscard]] Pellum::Ref<RequestContext> WithCorrelationId(std::string id) const;
+
+    /// All but the session key, for people.
+    [[nodiscard]] std::string ToString() const override;
+
+private:
+    RequestContext(const RequestContext& other);
+    ~RequestContext() override;
+
+    template <class Change>
+    Pellum::Ref<RequestContext> With(Change change) const;
+
+    std::string m_sessionKey;
+    const Version* m_version = nullptr;
+    std::string m_locale;
+    std::optional<Clock::time_point> m_deadline;
+    std::string m_correlationId;
+};
+
+} // namespace Tavik

@@ -1,0 +1,91 @@
+#include "tavik/managed/stub_impl.h"
+
+#include "pellum/error/exception.h"
+#include "tavik/managed/managed_method.h"
+#include "tavik/type/type_registry.h"
+
+namespace Tavik {
+
+namespace {
+
+StubAdapter::Call MakeCall(
+    MoRef& target, const ManagedMethod* method, const Arguments& arguments, RequestContext* context) {
+    if (method == nullptr) {
+        throw Pellum::Exception(
+            std::string("the method called on ") + target.GetTypeInfo().name + " has not been registered");
+    }
+    return {target, *method, arguments, context};
+}
+
+} // namespace
+
+StubImpl::StubImpl(MoRef* reference, StubAdapter* adapter, RequestContext* context)
+    : m_reference(reference), m_adapter(adapter), m_context(context) {
+    if (reference == nullptr || adapter == nullptr) {
+        throw Pellum::Exception("a stub needs a reference and an adapter");
+    }
+    // From here on the method objects that the stub's methods pass are there.
+    TypeRegistry::Instance().Load();
+    adapter->AddStub(*this);
+}
+
+StubImpl::~StubImpl() {
+    m_adapter->RemoveStub(*this);
+}
+
+void StubImpl::_Invoke(ManagedMethod* method, Arguments& arguments, Pellum::Ref<Any>& result) {
+    CheckRegistered();
+    m_adapter->Invoke(MakeCall(*m_reference, method, arguments, m_context.Get()), result);
+}
+
+void StubImpl::_Invoke_Task(ManagedMethod* method, Arguments& arguments, Pellum::Ref<Any>& result) {
+    StubImpl::_Invoke(method, arguments, result);
+}
+
+void StubImpl::_Invoke_Task(ManagedMethod* method, Arguments& arguments) {
+    Pellum::Ref<Any> ignored;
+    _Invoke_Task(method, arguments, ignored);
+}
+
+void StubImpl::_StartInvoke(
+    ManagedMethod* method, Arguments& arguments, const Completion& completion,
+    Pellum::Ref<Pellum::System::ScheduledItem>& item) {
+    // That the object is not registered any more is told to the completion, by the other side.
+    m_adapter->StartInvoke(MakeCall(*m_reference, method, arguments, m_context.Get()), completion, item);
+}
+
+void StubImpl::_StartInvoke_Task(
+    ManagedMethod* method, Arguments& arguments, const Completion& completion,
+    Pellum::Ref<Pellum::System::ScheduledItem>& item) {
+    StubImpl::_StartInvoke(method, arguments, completion, item);
+}
+
+StubAdapter* StubImpl::_GetStubAdapter() {
+    return m_adapter.Get();
+}
+
+RequestContext* StubImpl::_GetRequestContext() {
+    return m_context.Get();
+}
+
+void StubImpl::_SetRequestContext(RequestContext* context) {
+    m_context.Reset(context);
+}
+
+MoRef* StubImpl::_GetRef() const {
+    return m_reference.Get();
+}
+
+void StubImpl::_Unregistered() {
+    m_unregistered.store(true, std::memory_order_release);
+}
+
+void StubImpl::CheckRegistered() const {
+    if (m_unregistered.load(std::memory_order_acquire)) {
+        throw Pellum::Exception(
+            std::string(m_reference->GetTypeInfo().name) + " " + m_reference->GetId()
+            + " is not registered any more");
+    }
+}
+
+} // namespace Tavik
