@@ -1,5 +1,7 @@
 #include "tavik/type/type_registry.h"
 
+#include "pellum/error/exception.h"
+#include "pellum/text/near_name.h"
 #include "tavik/type/builtin_types.h"
 #include "tavik/type/data_object_type.h"
 #include "tavik/type/descriptor_compare.h"
@@ -248,6 +250,26 @@ const Version* TypeRegistry::FindVersion(std::string_view name) {
     Load();
     const std::lock_guard lock(m_state->mutex);
     return m_state->versions.Find(name);
+}
+
+const Version& TypeRegistry::GetVersion(std::string_view name, std::string_view namespaceName) {
+    std::vector<std::string> known;
+    for (const Version* version : GetVersions()) {
+        std::vector<std::string> names{version->GetName()};
+        if (version->GetNamespace() == namespaceName) {
+            names.push_back(version->GetName().substr(version->GetName().rfind('.') + 1));
+            names.push_back(version->GetLabel());
+        }
+        std::erase(names, std::string());
+        if (std::find(names.begin(), names.end(), name) != names.end()) {
+            return *version;
+        }
+        known.insert(known.end(), names.begin(), names.end());
+    }
+    const std::string near = Pellum::FindNearName(name, known);
+    throw Pellum::Exception(
+        "there is no version \"" + std::string(name) + '"'
+        + (near.empty() ? "" : "; did you mean \"" + near + "\"?"));
 }
 
 std::vector<const Version*> TypeRegistry::GetVersions() {

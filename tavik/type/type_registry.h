@@ -38,6 +38,10 @@ public:
     const Type* FindByInfo(const TypeInfo* info);
     /// By version name. Borrowed; null when unknown.
     const Version* FindVersion(std::string_view name);
+    /// The version that a person or a configuration means: by full name, or, within `namespaceName`, by label
+    /// ("7.0") or last name ("version7"). Throws `Pellum::Exception`, with a suggestion, when there is none,
+    /// so that a misspelt name never becomes a null version, which stands for no restriction.
+    const Version& GetVersion(std::string_view name, std::string_view namespaceName);
 
     /// All versions, in the order of registration.
     std::vector<const Version*> GetVersions();

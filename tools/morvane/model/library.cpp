@@ -1,26 +1,11 @@
 #include "tools/morvane/model/library.h"
 
 #include "pellum/error/exception.h"
-#include "pellum/text/near_name.h"
-#include "tools/morvane/model/words.h"
 #include "types/registry/version_record.h"
 
 #include <algorithm>
 
 namespace Tool {
-
-namespace {
-
-/// What a version may be called.
-std::vector<std::string> GetNames(const Tavik::Version& version) {
-    const std::string& fullName = version.GetName();
-    if (version.GetNamespace() != kOwnNamespace) {
-        return {fullName};
-    }
-    return {version.GetLabel(), fullName.substr(fullName.rfind('.') + 1), fullName};
-}
-
-} // namespace
 
 Tavik::LoadedLibrary GetOwnLibrary() {
     // Names a symbol of the library, so that it is linked to whatever else is used of it.
@@ -53,21 +38,7 @@ std::vector<const Tavik::Version*> GetVersions(std::string_view namespaceName) {
 }
 
 const Tavik::Version* FindVersion(const std::string& name) {
-    if (name.empty()) {
-        return nullptr;
-    }
-    std::vector<std::string> known;
-    for (const Tavik::Version* version : Tavik::TypeRegistry::Instance().GetVersions()) {
-        const std::vector<std::string> names = GetNames(*version);
-        if (std::find(names.begin(), names.end(), name) != names.end()) {
-            return version;
-        }
-        known.insert(known.end(), names.begin(), names.end());
-    }
-    const std::string near = Pellum::FindNearName(name, known);
-    throw Pellum::Exception(
-        "there is no version \"" + name + '"'
-        + (near.empty() ? "; \"morvane versions\" lists them" : DidYouMean(near)));
+    return name.empty() ? nullptr : &Tavik::TypeRegistry::Instance().GetVersion(name, kOwnNamespace);
 }
 
 } // namespace Tool
