@@ -4,6 +4,8 @@
 #include "tavik/value/array_base.h"
 #include "tavik/value/clone.h"
 
+#include <cstddef>
+
 namespace Tavik {
 
 /// An array of data objects of class `T` or derived from it. Elements are counted references and may be null.
@@ -26,6 +28,35 @@ public:
 
     /// The element at `index` (below the length), borrowed.
     T* operator[](std::size_t index) const { return static_cast<T*>(GetElement(index)); }
+
+    /// For range-based loops over the elements, borrowed, as `T*`. Good until the array is changed.
+    class Iterator {
+    public:
+        using difference_type = std::ptrdiff_t;
+        using value_type = T*;
+
+        T* operator*() const { return static_cast<T*>(m_position->Get()); }
+
+        Iterator& operator++() {
+            ++m_position;
+            return *this;
+        }
+
+        Iterator operator++(int) { return Iterator(m_position++); }
+
+        friend bool operator==(const Iterator&, const Iterator&) = default;
+
+    private:
+        friend class DataArray;
+
+        explicit Iterator(const Pellum::Ref<DataObject>* position) : m_position(position) {}
+
+        const Pellum::Ref<DataObject>* m_position;
+    };
+
+    Iterator begin() const { return Iterator(m_elements.data()); }
+
+    Iterator end() const { return Iterator(m_elements.data() + m_elements.size()); }
 
     /// Appends an element; takes a count of it.
     void Append(T* element) { m_elements.emplace_back(element); }
