@@ -2,9 +2,9 @@
 
 namespace Pellum {
 
-Exception::Exception(const Exception& other) = default;
+Exception::Exception(const Exception& other) noexcept = default;
 
-Exception& Exception::operator=(const Exception& other) = default;
+Exception& Exception::operator=(const Exception& other) noexcept = default;
 
 Exception::~Exception() = default;
 

@@ -11,8 +11,8 @@ namespace Pellum {
 class PELLUM_API Exception : public Throwable {
 public:
     using Throwable::Throwable;
-    Exception(const Exception& other);
-    Exception& operator=(const Exception& other);
+    Exception(const Exception& other) noexcept;
+    Exception& operator=(const Exception& other) noexcept;
     ~Exception() override;
 
     /// Creates a copy of the most derived class; the caller owns it and ends it with `delete`. Null when

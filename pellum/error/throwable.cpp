@@ -3,6 +3,7 @@
 #include "pellum/text/demangle.h"
 
 #include <algorithm>
+#include <new>
 #include <ostream>
 #include <string_view>
 #include <typeinfo>
@@ -27,19 +28,38 @@ bool RaisesException(std::string_view function) {
         || name.starts_with("Throw");
 }
 
+/// Owns nothing.
+std::shared_ptr<const char> Constant(const char* text) noexcept {
+    return {std::shared_ptr<const char>(), text};
+}
+
+std::shared_ptr<const char> Share(std::string message, const char* fallback) noexcept {
+    try {
+        const auto text = std::make_shared<const std::string>(std::move(message));
+        return {text, text->c_str()};
+    } catch (const std::bad_alloc&) {
+        return Constant(fallback);
+    }
+}
+
 } // namespace
 
-Throwable::Throwable(std::string message)
-    : m_message(std::move(message)), m_backtrace(System::Backtrace::Capture()) {}
+Throwable::Throwable(std::string message) noexcept
+    : m_message(Share(std::move(message), "out of memory for the message")),
+      m_backtrace(System::Backtrace::Capture()) {}
 
-Throwable::Throwable(const Throwable& other) = default;
+Throwable::Throwable(std::string message, const char* fallback, Ref<System::Backtrace> backtrace) noexcept
+    : m_message(message.empty() ? Constant(fallback) : Share(std::move(message), fallback)),
+      m_backtrace(std::move(backtrace)) {}
 
-Throwable& Throwable::operator=(const Throwable& other) = default;
+Throwable::Throwable(const Throwable& other) noexcept = default;
+
+Throwable& Throwable::operator=(const Throwable& other) noexcept = default;
 
 Throwable::~Throwable() = default;
 
 const char* Throwable::what() const noexcept {
-    return m_message.c_str();
+    return m_message.get();
 }
 
 System::Backtrace* Throwable::GetBacktrace() const {
@@ -65,8 +85,9 @@ std::string Throwable::Where() const {
     const auto place =
         std::find_if_not(frames.begin(), frames.end(), [&](const System::Backtrace::Frame& frame) {
             // Where names are not known, all of this library counts as raising.
-            return frame.function.empty() ? frame.module == frames.front().module
-                                          : RaisesException(frame.function);
+            return frame.function.empty()
+                     ? !backtrace->BeginsAtPlace() && frame.module == frames.front().module
+                     : RaisesException(frame.function);
         });
     if (place != frames.end()) {
         return place->ToString();

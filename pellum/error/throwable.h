@@ -6,18 +6,20 @@
 
 #include <exception>
 #include <iosfwd>
+#include <memory>
 #include <string>
 
 namespace Pellum {
 
 /// Root of everything this system throws: a message and the place where it was constructed.
 ///
-/// Copies share the backtrace.
+/// Copies share both, and copying needs no memory, so that nothing can go wrong between `throw` and `catch`.
 class PELLUM_API Throwable : public std::exception {
 public:
-    explicit Throwable(std::string message);
-    Throwable(const Throwable& other);
-    Throwable& operator=(const Throwable& other);
+    /// Without the memory for it, the message is one that says so.
+    explicit Throwable(std::string message) noexcept;
+    Throwable(const Throwable& other) noexcept;
+    Throwable& operator=(const Throwable& other) noexcept;
     ~Throwable() override;
 
     /// The message, borrowed from this object.
@@ -34,8 +36,13 @@ public:
     /// left out where its name is not known; empty without a backtrace.
     [[nodiscard]] virtual std::string Where() const;
 
+protected:
+    /// `fallback` is a constant, the message where `message` is empty or there is no memory for it.
+    /// `backtrace` may be null.
+    Throwable(std::string message, const char* fallback, Ref<System::Backtrace> backtrace) noexcept;
+
 private:
-    std::string m_message;
+    std::shared_ptr<const char> m_message; ///< owns the string that the text is in
     Ref<System::Backtrace> m_backtrace;
 };
 

@@ -45,6 +45,7 @@ constexpr Info kAll[] = {
     kServiceUnavailable,
     kGatewayTimeout,
     kHttpVersionNotSupported,
+    kInsufficientStorage,
 };
 
 constexpr bool ByCode(const Info& left, const Info& right) noexcept {

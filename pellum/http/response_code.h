@@ -47,6 +47,7 @@ inline constexpr Info kBadGateway{502, "Bad Gateway"};
 inline constexpr Info kServiceUnavailable{503, "Service Unavailable"};
 inline constexpr Info kGatewayTimeout{504, "Gateway Timeout"};
 inline constexpr Info kHttpVersionNotSupported{505, "HTTP Version Not Supported"};
+inline constexpr Info kInsufficientStorage{507, "Insufficient Storage"};
 
 /// The entry of a code, a constant; null for a code that is not in the list above.
 [[nodiscard]] PELLUM_API const Info* Find(int code) noexcept;

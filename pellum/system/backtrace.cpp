@@ -101,6 +101,14 @@ Ref<Backtrace> Backtrace::Capture() noexcept {
     return new (std::nothrow) Backtrace(__builtin_return_address(0));
 }
 
+Ref<Backtrace> Backtrace::CaptureFrom(const void* place) noexcept {
+    Ref<Backtrace> backtrace(new (std::nothrow) Backtrace(place));
+    if (backtrace) {
+        backtrace->m_beginsAtPlace = backtrace->m_count > 0 && backtrace->m_addresses.front() == place;
+    }
+    return backtrace;
+}
+
 std::vector<Backtrace::Frame> Backtrace::GetFrames() const {
     std::vector<Frame> frames;
     frames.reserve(m_count);

@@ -39,6 +39,13 @@ public:
     /// for it.
     [[nodiscard, gnu::noinline]] static Ref<Backtrace> Capture() noexcept;
 
+    /// Records the calls around the return address `place`, which comes first. All calls, where it is not
+    /// among them. Null when there is no memory for it.
+    [[nodiscard]] static Ref<Backtrace> CaptureFrom(const void* place) noexcept;
+
+    /// Whether the first call is the one that `CaptureFrom` was asked for.
+    [[nodiscard]] bool BeginsAtPlace() const noexcept { return m_beginsAtPlace; }
+
     [[nodiscard]] std::size_t GetFrameCount() const noexcept { return m_count; }
 
     /// Looks the names up anew at every call.
@@ -55,6 +62,7 @@ private:
 
     std::array<void*, kMaxFrames> m_addresses{};
     std::size_t m_count = 0;
+    bool m_beginsAtPlace = false;
 };
 
 } // namespace Pellum::System

@@ -83,7 +83,7 @@ inline constexpr Message<Name> kTypeIsNamespace{407, "'{}' would be both a class
 inline constexpr Message<Text, Name, Name> kConstantClash{
     408, "{} '{}' needs the C++ constant '{}', which is taken"};
 inline constexpr Message<Name, Name> kGlobalClash{409, "type '{}' needs the C++ object '{}', which is taken"};
-inline constexpr Message<Name> kReservedNested{410, "'{}' is the name of a generated class in a fault"};
+inline constexpr Message<Name> kReservedInFault{410, "'{}' is the name of a generated member of a fault"};
 inline constexpr Message<Name, Name> kHeaderClash{411, "type '{}' needs the header '{}', which is taken"};
 inline constexpr Message<Text> kHeaderCycle{412, "the headers of these types would include each other: {}"};
 inline constexpr Message<Name, Name> kBaseInside{

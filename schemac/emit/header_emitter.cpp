@@ -8,6 +8,7 @@
 #include "schemac/emit/class_order.h"
 #include "schemac/emit/cpp_types.h"
 #include "schemac/emit/descriptors.h"
+#include "schemac/emit/fault_class.h"
 #include "schemac/emit/template.h"
 #include "schemac/model/header_needs.h"
 #include "schemac/model/naming.h"
@@ -115,6 +116,9 @@ private:
             if (type->AsData() != nullptr && type->AsData()->AddsOpenContent()) {
                 paths.insert("tavik/value/open_object.h");
             }
+            if (type->kind == Model::TypeKind::Fault) {
+                paths.insert(kFaultHeader);
+            }
         }
         for (const Model::Type* needed : Model::CollectHeaderNeeds(m_topLevel).includes) {
             paths.insert(Naming::HeaderPath(*needed));
@@ -195,7 +199,7 @@ private:
             members +=
                 "    " + mutability + MemberType(property) + " " + Naming::MemberName(property.name) + ";\n";
         }
-        const std::string body = nested + accessors;
+        const std::string body = nested + FaultMembers(type, m_api) + accessors;
         return Fill(
             kDataClass, {{"doc", TypeDoc(type)},
                          {"api", m_api},

@@ -6,6 +6,7 @@
 #include "schemac/emit/class_order.h"
 #include "schemac/emit/cpp_types.h"
 #include "schemac/emit/descriptors.h"
+#include "schemac/emit/fault_class.h"
 #include "schemac/emit/template.h"
 #include "schemac/model/naming.h"
 
@@ -226,7 +227,7 @@ private:
                                 {"simple", simple},
                                 {"foreignEqual", isForeign ? base + "::_IsEqual(other, partial) && " : ""},
                                 {"diff", diff},
-                                {"accessors", accessors}});
+                                {"accessors", FaultDefinitions(type) + accessors}});
     }
 
     std::string ManagedText(const Model::ManagedType& type) {

@@ -46,8 +46,14 @@ static_assert(std::is_sorted(std::begin(kKeywords), std::end(kKeywords)));
 
 /// What every generated class inherits from the runtime, or has as a fault.
 constexpr std::string_view kInheritedMembers[] = {
-    "CreateException", "DecRef", "Exception", "GetRefCount", "IncRef", "Throw", "ThrowInternal", "ToString",
+    "CreateException", "DecRef", "Exception",     "GetHttpMapping", "GetRefCount",
+    "IncRef",          "Throw",  "ThrowInternal", "ToString",
 };
+
+constexpr std::string_view kException = "Exception";
+
+/// Member functions that every fault has.
+constexpr std::string_view kFaultMembers[] = {"CreateException", "GetHttpMapping", "Throw", "ThrowInternal"};
 
 std::string FreeMember(std::string name, const Model::Type& owner) {
     const bool isTaken = name == owner.classPath.back()
@@ -167,6 +173,19 @@ std::string MethodConstant(std::string_view method) {
 
 std::string MethodFunction(std::string_view method, const Model::Type& owner) {
     return FreeMember(Capitalised(method), owner);
+}
+
+std::string ExceptionClass(const Model::Type& fault) {
+    const bool isTaken = !fault.classPath.empty() && fault.classPath.back() == kException;
+    return std::string(kException) + (isTaken ? "_" : "");
+}
+
+std::string ExceptionParameter(std::string_view property) {
+    return property == "exception" ? "exception_" : ParameterName(property);
+}
+
+bool IsFaultMember(std::string_view name) {
+    return std::find(std::begin(kFaultMembers), std::end(kFaultMembers), name) != std::end(kFaultMembers);
 }
 
 std::vector<Accessor> AccessorsOf(const Model::Property& property, const Model::Type& owner) {

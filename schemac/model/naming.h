@@ -55,6 +55,17 @@ std::string MethodConstant(std::string_view method);
 /// has a member of that name (its constructor, or one inherited from the runtime).
 std::string MethodFunction(std::string_view method, const Model::Type& owner);
 
+/// The class that is thrown for a fault, nested in the fault's: "Exception"; gets a trailing '_' where that
+/// is the fault's own name.
+std::string ExceptionClass(const Model::Type& fault);
+
+/// Parameter of that class's constructor, from a property name: never that of a class that it derives from.
+std::string ExceptionParameter(std::string_view property);
+
+/// Whether a fault's class, or one nested in it, of that name would clash with what is generated or inherited
+/// there.
+bool IsFaultMember(std::string_view name);
+
 /// Prefixes of the accessors of a property.
 enum class Accessor : std::uint8_t { Get, Is, GetPtr, Peek, IsSet, Set, Swap, Unset };
 

@@ -28,7 +28,7 @@ constexpr TypeRule kTypeRules[] = {
     CheckResultSince,
     CheckMemberVersions,
     CheckNestedLikeEncloser,
-    CheckReservedNested,
+    CheckReservedInFaults,
     CheckBaseInside,
     CheckCppMembers,
 };

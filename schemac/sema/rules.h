@@ -29,7 +29,7 @@ void CheckTypeDocumented(Program& program, const TypeEntry& entry);
 
 // Names in generated code (rules_cpp.cpp)
 void CheckNestedLikeEncloser(Program& program, const TypeEntry& entry);
-void CheckReservedNested(Program& program, const TypeEntry& entry);
+void CheckReservedInFaults(Program& program, const TypeEntry& entry);
 void CheckBaseInside(Program& program, const TypeEntry& entry);
 void CheckCppMembers(Program& program, const TypeEntry& entry);
 void CheckTypesAgainstNamespaces(Program& program);

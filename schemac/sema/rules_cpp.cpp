@@ -90,11 +90,14 @@ void CheckNestedLikeEncloser(Program& program, const TypeEntry& entry) {
     }
 }
 
-void CheckReservedNested(Program& program, const TypeEntry& entry) {
-    const Model::Type* enclosing = entry.type->enclosing;
-    if (enclosing != nullptr && enclosing->kind == Model::TypeKind::Fault
-        && entry.type->name == "Exception") {
-        program.reporter.Report(entry.type->span, Diagnostics::kReservedNested, entry.type->name);
+void CheckReservedInFaults(Program& program, const TypeEntry& entry) {
+    const Model::Type& type = *entry.type;
+    const Model::Type* enclosing = type.enclosing;
+    const bool isInFault = enclosing != nullptr && enclosing->kind == Model::TypeKind::Fault;
+    const bool isInTheWay =
+        (isInFault || type.kind == Model::TypeKind::Fault) && Naming::IsFaultMember(type.name);
+    if (isInTheWay || (isInFault && type.name == Naming::ExceptionClass(*enclosing))) {
+        program.reporter.Report(type.span, Diagnostics::kReservedInFault, type.name);
     }
 }
 

@@ -36,6 +36,13 @@ namespace Orlin {
 
 constinit const Tavik::TypeInfo gOrlinFaultInvalidArgumentTypeInfo = {
     Tavik::TypeKind::Fault, "orlin.fault.InvalidArgument", "InvalidArgument", TAVIK_ORLIN_VERSION};
+constinit const Tavik::TypeInfo gOrlinFaultInvalidRequestTypeInfo = {
+    Tavik::TypeKind::Fault, "orlin.fault.InvalidRequest", "InvalidRequest", TAVIK_ORLIN_VERSION};
+constinit const Tavik::TypeInfo gOrlinFaultManagedObjectNotFoundTypeInfo = {
+    Tavik::TypeKind::Fault, "orlin.fault.ManagedObjectNotFound", "ManagedObjectNotFound",
+    TAVIK_ORLIN_VERSION};
+constinit const Tavik::TypeInfo gOrlinFaultSystemErrorTypeInfo = {
+    Tavik::TypeKind::Fault, "orlin.fault.SystemError", "SystemError", TAVIK_ORLIN_VERSION};
 constinit const Tavik::TypeInfo gOrlinQueryPropertyCollectorTypeInfo = {
     Tavik::TypeKind::Managed, "orlin.query.PropertyCollector", "PropertyCollector",
     "orlin.query.version.version1"};

@@ -25,10 +25,13 @@ extern TAVIK_API const TypeInfo gOrlinManagedObjectTypeInfo;
 
 } // namespace Tavik
 
-/// Descriptors of the types of `orlin.tavik`.
+/// Descriptors of the runtime's other faults and managed types.
 namespace Orlin {
 
 extern TAVIK_API const Tavik::TypeInfo gOrlinFaultInvalidArgumentTypeInfo;
+extern TAVIK_API const Tavik::TypeInfo gOrlinFaultInvalidRequestTypeInfo;
+extern TAVIK_API const Tavik::TypeInfo gOrlinFaultManagedObjectNotFoundTypeInfo;
+extern TAVIK_API const Tavik::TypeInfo gOrlinFaultSystemErrorTypeInfo;
 extern TAVIK_API const Tavik::TypeInfo gOrlinQueryPropertyCollectorTypeInfo;
 
 } // namespace Orlin

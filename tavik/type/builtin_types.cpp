@@ -2,7 +2,7 @@
 
 #include "tavik/descriptor/builtin.h"
 #include "tavik/fault/method_fault.h"
-#include "tavik/invalid_argument.h"
+#include "tavik/fault/runtime_faults.h"
 #include "tavik/property_collector.h"
 #include "tavik/type/data_object_type.h"
 #include "tavik/type/managed_object_type.h"
@@ -19,6 +19,9 @@ namespace Tavik {
 namespace {
 
 using Orlin::Fault::InvalidArgument;
+using Orlin::Fault::InvalidRequest;
+using Orlin::Fault::ManagedObjectNotFound;
+using Orlin::Fault::SystemError;
 
 template <class T>
 class ScalarType final : public Type {
@@ -86,6 +89,12 @@ constexpr DataTypeInfo kRuntimeFault =
     DescribeData<RuntimeFault>(gOrlinRuntimeFaultTypeInfo, &gOrlinMethodFaultTypeInfo);
 constexpr DataTypeInfo kInvalidArgument =
     DescribeData<InvalidArgument>(Orlin::gOrlinFaultInvalidArgumentTypeInfo, &gOrlinRuntimeFaultTypeInfo);
+constexpr DataTypeInfo kInvalidRequest =
+    DescribeData<InvalidRequest>(Orlin::gOrlinFaultInvalidRequestTypeInfo, &gOrlinRuntimeFaultTypeInfo);
+constexpr DataTypeInfo kManagedObjectNotFound = DescribeData<ManagedObjectNotFound>(
+    Orlin::gOrlinFaultManagedObjectNotFoundTypeInfo, &gOrlinRuntimeFaultTypeInfo);
+constexpr DataTypeInfo kSystemError =
+    DescribeData<SystemError>(Orlin::gOrlinFaultSystemErrorTypeInfo, &gOrlinRuntimeFaultTypeInfo);
 
 constexpr ManagedTypeInfo DescribeManaged(const TypeInfo& type, const TypeInfo* base) {
     return {&type, base, kNoProperties, kNoMethods, nullptr, nullptr, nullptr, nullptr};
@@ -132,6 +141,9 @@ constexpr Type* (*kBuiltins[])() = {
     &MakeData<kMethodFault>,
     &MakeData<kRuntimeFault>,
     &MakeOpenData<InvalidArgument, kInvalidArgument>,
+    &MakeOpenData<InvalidRequest, kInvalidRequest>,
+    &MakeOpenData<ManagedObjectNotFound, kManagedObjectNotFound>,
+    &MakeOpenData<SystemError, kSystemError>,
     &MakeManaged<kManagedObject>,
     &MakeManaged<kPropertyCollector>,
 };
@@ -196,8 +208,23 @@ DataObjectType* GetDoType<RuntimeFault>() {
 }
 
 template <>
-DataObjectType* GetDoType<Orlin::Fault::InvalidArgument>() {
+DataObjectType* GetDoType<InvalidArgument>() {
     return FindData<Orlin::gOrlinFaultInvalidArgumentTypeInfo>();
+}
+
+template <>
+DataObjectType* GetDoType<InvalidRequest>() {
+    return FindData<Orlin::gOrlinFaultInvalidRequestTypeInfo>();
+}
+
+template <>
+DataObjectType* GetDoType<ManagedObjectNotFound>() {
+    return FindData<Orlin::gOrlinFaultManagedObjectNotFoundTypeInfo>();
+}
+
+template <>
+DataObjectType* GetDoType<SystemError>() {
+    return FindData<Orlin::gOrlinFaultSystemErrorTypeInfo>();
 }
 
 template <>
