@@ -6,6 +6,7 @@
 #include "schemac/emit/documentation_emitter.h"
 #include "schemac/emit/header_emitter.h"
 #include "schemac/emit/source_emitter.h"
+#include "schemac/emit/stub_emitter.h"
 #include "schemac/emit/tables_emitter.h"
 
 namespace Schemac::Emit {
@@ -15,6 +16,7 @@ namespace {
 std::vector<std::unique_ptr<Emitter>> AllEmitters() {
     std::vector<std::unique_ptr<Emitter>> emitters;
     emitters.push_back(std::make_unique<HeaderEmitter>());
+    emitters.push_back(std::make_unique<StubEmitter>());
     emitters.push_back(std::make_unique<SourceEmitter>());
     emitters.push_back(std::make_unique<TablesEmitter>());
     emitters.push_back(std::make_unique<DocumentationEmitter>());

@@ -8,7 +8,9 @@
 #include "schemac/emit/class_order.h"
 #include "schemac/emit/cpp_types.h"
 #include "schemac/emit/descriptors.h"
+#include "schemac/emit/doc_comment.h"
 #include "schemac/emit/fault_class.h"
+#include "schemac/emit/interface_text.h"
 #include "schemac/emit/template.h"
 #include "schemac/model/header_needs.h"
 #include "schemac/model/naming.h"
@@ -46,16 +48,6 @@ $members$
 };
 )";
 
-constexpr std::string_view kManagedClass = R"(
-$doc$
-class $api$ $name$ {
-public:
-    $name$() = delete;
-
-    $nested$
-};
-)";
-
 constexpr std::string_view kEnum = R"(
 $doc$
 enum class $name$ : std::int32_t {
@@ -63,30 +55,6 @@ enum class $name$ : std::int32_t {
 };
 $constants$
 )";
-
-std::string DocComment(const std::string& doc) {
-    std::string text;
-    for (const std::string& line : Naming::Split(doc, "\n")) {
-        text += line.empty() ? "///\n" : "/// " + line + "\n";
-    }
-    return text;
-}
-
-std::string TypeDoc(const Model::Type& type) {
-    const Model::DataType* data = type.AsData();
-    return DocComment(
-        type.doc + "\nWire name `" + type.wireName + "`; since " + type.version->fullName + "."
-        + (data != nullptr && data->isOpen ? "\nOpen: `_GetContent` holds whatever properties arrive." : ""));
-}
-
-std::string PropertyDoc(const Model::Property& property, const Model::DataType& owner) {
-    std::string facts =
-        "`" + property.name + "` : " + property.type->dottedName + (property.isArray ? "[]" : "");
-    facts += property.isOptional ? ", optional" : "";
-    facts += property.isSecret ? ", secret" : "";
-    facts += property.version != owner.version ? ", since " + property.version->name : "";
-    return DocComment((property.doc.empty() ? "" : property.doc + "\n") + facts);
-}
 
 class HeaderWriter {
 public:
@@ -118,6 +86,9 @@ private:
             }
             if (type->kind == Model::TypeKind::Fault) {
                 paths.insert(kFaultHeader);
+            }
+            if (type->IsManaged()) {
+                paths.insert("types/managed/interface.h");
             }
         }
         for (const Model::Type* needed : Model::CollectHeaderNeeds(m_topLevel).includes) {
@@ -179,16 +150,15 @@ private:
         if (const Model::DataType* data = type.AsData()) {
             return DataClass(*data, nested);
         }
-        return Fill(
-            kManagedClass,
-            {{"doc", TypeDoc(type)}, {"api", m_api}, {"name", RelativeName(type)}, {"nested", nested}});
+        return InterfaceClass(*type.AsManaged(), m_api, nested);
     }
 
     std::string DataClass(const Model::DataType& type, const std::string& nested) const {
         std::string accessors;
         std::string members;
         for (const Model::Property& property : type.properties) {
-            accessors += PropertyDoc(property, type);
+            accessors +=
+                DocComment((property.doc.empty() ? "" : property.doc + "\n") + PropertyFacts(property, type));
             for (const AccessorText& accessor : AccessorsOf(property, type)) {
                 accessors += accessor.result + " " + accessor.name + accessor.parameters
                            + (accessor.isInline ? " { " + accessor.body + " }\n" : ";\n");

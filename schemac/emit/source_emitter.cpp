@@ -7,6 +7,8 @@
 #include "schemac/emit/cpp_types.h"
 #include "schemac/emit/descriptors.h"
 #include "schemac/emit/fault_class.h"
+#include "schemac/emit/interface_text.h"
+#include "schemac/emit/stub_emitter.h"
 #include "schemac/emit/template.h"
 #include "schemac/model/naming.h"
 
@@ -126,6 +128,11 @@ private:
             add(topLevel);
             for (const Model::Type* type : ClassesInOrder(*topLevel)) {
                 hasData = hasData || type->IsDataOrFault();
+                if (const Model::ManagedType* managed = type->AsManaged()) {
+                    paths.insert(
+                        {Naming::StubHeaderPath(*managed), "types/managed/call.h",
+                         "types/managed/dispatch.h"});
+                }
                 for (const Model::Property& property : PropertiesOf(*type)) {
                     add(property.type);
                 }
@@ -232,7 +239,8 @@ private:
 
     std::string ManagedText(const Model::ManagedType& type) {
         return PropertyTable(type, PropertiesName(type), type.properties, true, m_imports) + "\n"
-             + MethodTable(type, m_imports) + MethodObjects(type);
+             + MethodTable(type, m_imports) + MethodObjects(type) + "\n" + InterfaceDefinitions(type) + "\n"
+             + StubDefinitions(type) + "\n" + DispatchDefinitions(type);
     }
 
     /// The array that the runtime fills; all null in the image.

@@ -6,6 +6,7 @@
 
 #include "schemac/emit/cpp_types.h"
 #include "schemac/emit/descriptors.h"
+#include "schemac/emit/interface_text.h"
 #include "schemac/emit/template.h"
 #include "schemac/model/naming.h"
 
@@ -273,6 +274,9 @@ private:
         if (!m_module.EnumTypes().empty()) {
             paths.insert("types/data/enum_functions.h");
         }
+        if (!m_module.ManagedTypes().empty()) {
+            paths.insert("types/managed/managed_functions.h");
+        }
         std::string text;
         for (const std::string& path : paths) {
             text += "#include \"" + path + "\"\n";
@@ -366,8 +370,8 @@ private:
             }
             rows += "    {&" + QualifiedDescriptor(*type) + ", " + Base(*type->base) + ", " + root
                   + "::" + PropertiesName(*type) + ", " + root + "::" + MethodsName(*type) + ",\n     "
-                  + (properties.empty() ? "nullptr" : "&Tavik::FindPropertyIndex<" + list + ">")
-                  + ", nullptr, nullptr, "
+                  + (properties.empty() ? "nullptr" : "&Tavik::FindPropertyIndex<" + list + ">") + ",\n     "
+                  + ManagedFunctions(*type) + ", "
                   + (MethodObjectCount(*type) > 0 ? root + "::" + Naming::MethodObjectsGlobal(*type)
                                                   : "nullptr")
                   + "},\n";

@@ -54,11 +54,18 @@ constexpr std::string_view kException = "Exception";
 
 /// Member functions that every fault has.
 constexpr std::string_view kFaultMembers[] = {"CreateException", "GetHttpMapping", "Throw", "ThrowInternal"};
+/// What objects behind an interface have, stubs and servers' own alike.
+constexpr std::string_view kObjectMembers[] = {"IsUnregistered", "TryIncRef"};
+
+template <class Names>
+bool Contains(const Names& names, std::string_view name) {
+    return std::find(std::begin(names), std::end(names), name) != std::end(names);
+}
 
 std::string FreeMember(std::string name, const Model::Type& owner) {
-    const bool isTaken = name == owner.classPath.back()
-                      || std::find(std::begin(kInheritedMembers), std::end(kInheritedMembers), name)
-                             != std::end(kInheritedMembers);
+    const std::string& simple = owner.classPath.back();
+    const bool isTaken = name == simple || Contains(kInheritedMembers, name)
+                      || (owner.IsManaged() && (name == simple + "Stub" || Contains(kObjectMembers, name)));
     if (isTaken) {
         name += '_';
     }
@@ -207,6 +214,15 @@ std::vector<Accessor> AccessorsOf(const Model::Property& property, const Model::
 
 std::string AccessorName(Accessor accessor, std::string_view property, const Model::Type& owner) {
     return FreeMember(std::string(Prefix(accessor)) + Capitalised(property), owner);
+}
+
+std::string StubClass(const Model::Type& type) {
+    return type.IsBuiltin() ? "Tavik::StubImpl" : QualifiedClassName(type) + "Stub";
+}
+
+std::string StubHeaderPath(const Model::Type& type) {
+    const std::string path = HeaderPath(type);
+    return path.empty() ? path : path.substr(0, path.rfind('.')) + "_stub.h";
 }
 
 std::string DescriptorGlobal(const Model::Type& type) {

@@ -76,6 +76,12 @@ std::vector<Accessor> AccessorsOf(const Model::Property& property, const Model::
 /// "GetHostname", "IsVerifyPeer"; gets a trailing '_' where MethodFunction would.
 std::string AccessorName(Accessor accessor, std::string_view property, const Model::Type& owner);
 
+/// Stub of a managed type, "Morvane::SessionManagerStub"; what all stubs stand on for the runtime's root.
+std::string StubClass(const Model::Type& type);
+
+/// Header that declares the stub: "types/api/core/session_manager_stub.h".
+std::string StubHeaderPath(const Model::Type& type);
+
 /// Exported record of a type: "gMorvaneComputerSpecTypeInfo"; "gBoolTypeInfo" for a built-in one.
 std::string DescriptorGlobal(const Model::Type& type);
 

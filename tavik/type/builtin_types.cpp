@@ -3,7 +3,7 @@
 #include "tavik/descriptor/builtin.h"
 #include "tavik/fault/method_fault.h"
 #include "tavik/fault/runtime_faults.h"
-#include "tavik/property_collector.h"
+#include "tavik/property_collector_stub.h"
 #include "tavik/type/data_object_type.h"
 #include "tavik/type/managed_object_type.h"
 #include "tavik/type/type_of.h"
@@ -22,6 +22,7 @@ using Orlin::Fault::InvalidArgument;
 using Orlin::Fault::InvalidRequest;
 using Orlin::Fault::ManagedObjectNotFound;
 using Orlin::Fault::SystemError;
+using Orlin::Query::PropertyCollector;
 
 template <class T>
 class ScalarType final : public Type {
@@ -96,13 +97,28 @@ constexpr DataTypeInfo kManagedObjectNotFound = DescribeData<ManagedObjectNotFou
 constexpr DataTypeInfo kSystemError =
     DescribeData<SystemError>(Orlin::gOrlinFaultSystemErrorTypeInfo, &gOrlinRuntimeFaultTypeInfo);
 
-constexpr ManagedTypeInfo DescribeManaged(const TypeInfo& type, const TypeInfo* base) {
-    return {&type, base, kNoProperties, kNoMethods, nullptr, nullptr, nullptr, nullptr};
+constexpr ManagedTypeInfo DescribeManaged(
+    const TypeInfo& type, const TypeInfo* base, DispatchFunction dispatch, StubFactoryFunction createStub) {
+    return {&type, base, kNoProperties, kNoMethods, nullptr, dispatch, createStub, nullptr};
 }
 
-constexpr ManagedTypeInfo kManagedObject = DescribeManaged(gOrlinManagedObjectTypeInfo, nullptr);
-constexpr ManagedTypeInfo kPropertyCollector =
-    DescribeManaged(Orlin::gOrlinQueryPropertyCollectorTypeInfo, &gOrlinManagedObjectTypeInfo);
+/// There is nothing to call: looks at the target, like other dispatch functions.
+void DispatchPropertyCollector(
+    ManagedObject* target, int /*index*/, Arguments& /*arguments*/, Pellum::Ref<Any>& /*result*/) {
+    if (target != nullptr && dynamic_cast<PropertyCollector*>(target) == nullptr) {
+        Pellum::ThrowTypeMismatchException(typeid(PropertyCollector), typeid(*target));
+    }
+}
+
+ManagedObject* CreatePropertyCollectorStub(MoRef* reference, StubAdapter* adapter, RequestContext* context) {
+    return new (std::nothrow) Orlin::Query::PropertyCollectorStub(reference, adapter, context);
+}
+
+constexpr ManagedTypeInfo kManagedObject =
+    DescribeManaged(gOrlinManagedObjectTypeInfo, nullptr, nullptr, nullptr);
+constexpr ManagedTypeInfo kPropertyCollector = DescribeManaged(
+    Orlin::gOrlinQueryPropertyCollectorTypeInfo, &gOrlinManagedObjectTypeInfo, &DispatchPropertyCollector,
+    &CreatePropertyCollectorStub);
 
 template <class T, const TypeInfo& info>
 Type* MakeScalar() {

@@ -47,7 +47,15 @@ struct Boxing<Pellum::Optional<T>> {
     }
 };
 
-/// Data objects, arrays, managed references, and `Any` itself; null stays null.
+/// Data objects, arrays, managed references, and `Any` itself; null stays null. What is unboxed is borrowed.
+template <class T>
+struct Boxing<T*> {
+    static Pellum::Ref<Any> Box(T* value) { return Pellum::Ref<Any>(value); }
+
+    static T* Unbox(Any* value) { return CastReference<T>(value); }
+};
+
+/// The same, with a count.
 template <class T>
 struct Boxing<Pellum::Ref<T>> {
     static Pellum::Ref<Any> Box(const Pellum::Ref<T>& value) { return value; }

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "tavik/managed/stub_impl.h"
+#include "tavik/property_collector.h"
+
+namespace Orlin::Query {
+
+/// Calls a `PropertyCollector` that is elsewhere.
+class TAVIK_API PropertyCollectorStub : public Tavik::StubImpl, public virtual PropertyCollector {
+public:
+    /// See `Tavik::StubImpl`.
+    PropertyCollectorStub(
+        Tavik::MoRef* reference, Tavik::StubAdapter* adapter, Tavik::RequestContext* context);
+
+protected:
+    ~PropertyCollectorStub() override;
+};
+
+} // namespace Orlin::Query
