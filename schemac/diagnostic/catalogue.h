@@ -69,6 +69,9 @@ inline constexpr Message<Name, Text> kNotAnOwnEnum{
 inline constexpr Message<Name> kOrderedTwice{316, "enumeration '{}' has a place in the order already"};
 inline constexpr Message<Name> kNotOrdered{317, "enumeration '{}' has no place in the order"};
 inline constexpr Message<> kSecondOrder{318, "the order of the enumerations is given twice"};
+inline constexpr Message<Name> kManagedNested{319, "managed type '{}' cannot stand inside another type"};
+inline constexpr Message<Name, Name> kReplacedProperty{
+    320, "property '{}' takes the place of that of '{}' and must be of its type or one derived from it"};
 
 // Names in generated code
 inline constexpr Message<Text, Name> kNotUpperCase{401, "{} name '{}' must begin with an upper-case letter"};
@@ -88,6 +91,11 @@ inline constexpr Message<Name, Name> kHeaderClash{411, "type '{}' needs the head
 inline constexpr Message<Text> kHeaderCycle{412, "the headers of these types would include each other: {}"};
 inline constexpr Message<Name, Name> kBaseInside{
     413, "type '{}' cannot derive from '{}', which lies inside it"};
+inline constexpr Message<Name> kNestedLikeFunction{
+    414, "nested type '{}' has the name of a function that every class inherits"};
+inline constexpr Message<Name, Name> kParameterClash{
+    415, "parameter '{}' needs the C++ name '{}', which is taken"};
+inline constexpr Message<Name, Name> kStubClash{416, "type '{}' has the name of the stub of '{}'"};
 
 // Notes
 inline constexpr Message<> kFirstDeclaredHere{0, "first declared here"};

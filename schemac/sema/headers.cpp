@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 namespace Schemac::Sema {
 
@@ -19,11 +20,17 @@ void CheckHeaderPaths(Program& program) {
         if (entry.type->IsNested()) {
             continue;
         }
-        const std::string path = Naming::HeaderPath(*entry.type);
-        const auto [found, isNew] = taken.emplace(path, entry.type);
-        if (!isNew) {
-            program.reporter.Report(entry.type->span, Diagnostics::kHeaderClash, entry.type->dottedName, path)
-                .AddNote(found->second->span, Diagnostics::kFirstDeclaredHere);
+        std::vector<std::string> paths{Naming::HeaderPath(*entry.type)};
+        if (entry.type->IsManaged()) {
+            paths.push_back(Naming::StubHeaderPath(*entry.type));
+        }
+        for (const std::string& path : paths) {
+            const auto [found, isNew] = taken.emplace(path, entry.type);
+            if (!isNew) {
+                program.reporter
+                    .Report(entry.type->span, Diagnostics::kHeaderClash, entry.type->dottedName, path)
+                    .AddNote(found->second->span, Diagnostics::kFirstDeclaredHere);
+            }
         }
     }
 }

@@ -31,6 +31,9 @@ constexpr TypeRule kTypeRules[] = {
     CheckReservedInFaults,
     CheckBaseInside,
     CheckCppMembers,
+    CheckManagedNotNested,
+    CheckReplacedProperties,
+    CheckParameterNames,
 };
 
 /// Rules about all types and versions together.
@@ -41,6 +44,7 @@ constexpr ProgramRule kProgramRules[] = {
     CheckTypesAgainstNamespaces,
     CheckConstants,
     CheckGlobals,
+    CheckStubs,
 };
 
 // clang-format on

@@ -36,4 +36,10 @@ void CheckTypesAgainstNamespaces(Program& program);
 void CheckConstants(Program& program);
 void CheckGlobals(Program& program);
 
+// Managed types (rules_managed.cpp)
+void CheckManagedNotNested(Program& program, const TypeEntry& entry);
+void CheckReplacedProperties(Program& program, const TypeEntry& entry);
+void CheckParameterNames(Program& program, const TypeEntry& entry);
+void CheckStubs(Program& program);
+
 } // namespace Schemac::Sema

@@ -2,11 +2,14 @@
 #include "schemac/model/naming.h"
 #include "schemac/sema/rules.h"
 
+#include <algorithm>
+#include <iterator>
 #include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 namespace Schemac::Sema {
 
@@ -18,20 +21,30 @@ public:
     explicit CppMembers(Program& program) : m_program(program) {}
 
     /// Reports and returns false when the member is taken.
-    bool Add(const std::string& member, std::string_view what, const std::string& name, const Span& place) {
-        const auto [found, isNew] = m_users.emplace(member, User{what, name, place});
-        if (!isNew) {
+    bool Check(const std::string& member, std::string_view what, const std::string& name, const Span& place) {
+        const auto found = m_users.find(member);
+        if (found != m_users.end()) {
             const User& other = found->second;
             m_program.reporter
                 .Report(place, Diagnostics::kMemberClash, what, name, member, other.what, other.name)
                 .AddNote(other.place, Diagnostics::kFirstDeclaredHere);
         }
-        return isNew;
+        return found == m_users.end();
+    }
+
+    /// The same, and enters it otherwise.
+    bool Add(const std::string& member, std::string_view what, const std::string& name, const Span& place) {
+        const bool isFree = Check(member, what, name, place);
+        if (isFree) {
+            m_users.emplace(member, User{what, name, place});
+        }
+        return isFree;
     }
 
     /// Enters without a look at what is there.
-    void Inherit(const std::string& member, const std::string& name, const Span& place) {
-        m_users.insert_or_assign(member, User{"inherited property", name, place});
+    void Inherit(
+        const std::string& member, std::string_view what, const std::string& name, const Span& place) {
+        m_users.insert_or_assign(member, User{what, name, place});
     }
 
 private:
@@ -74,11 +87,62 @@ std::set<std::string> InheritProperties(CppMembers& members, const Model::DataTy
             names.insert(property.name);
             for (const Naming::Accessor accessor : Naming::AccessorsOf(property, *base)) {
                 members.Inherit(
-                    Naming::AccessorName(accessor, property.name, *base), property.name, property.span);
+                    Naming::AccessorName(accessor, property.name, *base), "inherited property", property.name,
+                    property.span);
             }
         }
     }
     return names;
+}
+
+/// Enters the methods and getters that an interface inherits and returns the names of the properties.
+std::set<std::string> InheritOperations(CppMembers& members, const Model::ManagedType& managed) {
+    std::set<std::string> names;
+    for (const Model::ManagedType* base = managed.base->AsManaged(); base != nullptr;
+         base = base->base->AsManaged()) {
+        for (const Model::Property& property : base->properties) {
+            names.insert(property.name);
+            members.Inherit(
+                Naming::AccessorName(Naming::Accessor::Get, property.name, *base), "inherited property",
+                property.name, property.span);
+        }
+        for (const Model::Method& method : base->methods) {
+            members.Inherit(
+                Naming::MethodFunction(method.name, *base), "inherited method", method.name, method.span);
+        }
+    }
+    return names;
+}
+
+/// The functions of an interface and of its stub.
+void AddOperations(CppMembers& members, const Model::ManagedType& managed) {
+    const std::set<std::string> inherited = InheritOperations(members, managed);
+    for (const std::string& name : {managed.name, managed.name + "Stub"}) {
+        members.Check(name, "type", managed.name, managed.span);
+    }
+    AddProperties(members, managed.properties, managed, inherited);
+    std::set<std::string> seen;
+    for (const Model::Method& method : managed.methods) {
+        if (seen.insert(method.name).second) {
+            members.Add(Naming::MethodFunction(method.name, managed), "method", method.name, method.span);
+        }
+    }
+}
+
+/// What is called like functions and types of the class, but in capitals.
+void CheckAgainstConstants(CppMembers& members, const Model::Type& type) {
+    if (const Model::ManagedType* managed = type.AsManaged()) {
+        for (const Model::Method& method : managed->methods) {
+            members.Check(Naming::MethodConstant(method.name), "method", method.name, method.span);
+        }
+    }
+    for (const Model::Type* nested : type.nested) {
+        if (const Model::EnumType* enumeration = nested->AsEnum()) {
+            for (const Model::EnumTag& tag : enumeration->tags) {
+                members.Check(Naming::TagConstant(*enumeration, tag.name), "tag", tag.name, tag.span);
+            }
+        }
+    }
 }
 
 } // namespace
@@ -99,6 +163,12 @@ void CheckReservedInFaults(Program& program, const TypeEntry& entry) {
     if (isInTheWay || (isInFault && type.name == Naming::ExceptionClass(*enclosing))) {
         program.reporter.Report(type.span, Diagnostics::kReservedInFault, type.name);
     }
+    constexpr std::string_view kFunctions[] = {"DecRef", "GetRefCount", "IncRef", "ToString"};
+    if (enclosing != nullptr
+        && std::find(std::begin(kFunctions), std::end(kFunctions), entry.type->name)
+               != std::end(kFunctions)) {
+        program.reporter.Report(entry.type->span, Diagnostics::kNestedLikeFunction, entry.type->name);
+    }
 }
 
 void CheckBaseInside(Program& program, const TypeEntry& entry) {
@@ -113,22 +183,12 @@ void CheckBaseInside(Program& program, const TypeEntry& entry) {
 }
 
 void CheckCppMembers(Program& program, const TypeEntry& entry) {
-    if (entry.decl->properties.empty() && entry.decl->methods.empty() && entry.decl->nested.empty()) {
-        return;
-    }
     CppMembers members(program);
     if (const Model::DataType* data = entry.Data()) {
         const std::set<std::string> inherited = InheritProperties(members, *data);
         AddProperties(members, data->properties, *data, inherited);
     } else if (const Model::ManagedType* managed = entry.Managed()) {
-        AddProperties(members, managed->properties, *managed, {});
-        std::set<std::string> seen;
-        for (const Model::Method& method : managed->methods) {
-            if (seen.insert(method.name).second) {
-                members.Add(
-                    Naming::MethodFunction(method.name, *managed), "method", method.name, method.span);
-            }
-        }
+        AddOperations(members, *managed);
     }
     std::set<std::string> seen;
     for (const Model::Type* nested : entry.type->nested) {
@@ -136,6 +196,7 @@ void CheckCppMembers(Program& program, const TypeEntry& entry) {
             members.Add(nested->name, "type", nested->name, nested->span);
         }
     }
+    CheckAgainstConstants(members, *entry.type);
 }
 
 void CheckTypesAgainstNamespaces(Program& program) {
@@ -150,11 +211,16 @@ void CheckTypesAgainstNamespaces(Program& program) {
         }
     }
     for (const TypeEntry& entry : program.types) {
-        const std::string path = Naming::QualifiedClassName(*entry.type);
-        const auto found = namespaces.find(path);
-        if (found != namespaces.end()) {
-            program.reporter.Report(entry.type->span, Diagnostics::kTypeIsNamespace, path)
-                .AddNote(found->second, Diagnostics::kFirstWrittenHere);
+        std::vector<std::string> classes{Naming::QualifiedClassName(*entry.type)};
+        if (entry.type->IsManaged()) {
+            classes.push_back(Naming::StubClass(*entry.type));
+        }
+        for (const std::string& path : classes) {
+            const auto found = namespaces.find(path);
+            if (found != namespaces.end()) {
+                program.reporter.Report(entry.type->span, Diagnostics::kTypeIsNamespace, path)
+                    .AddNote(found->second, Diagnostics::kFirstWrittenHere);
+            }
         }
     }
 }
