@@ -13,7 +13,10 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
         const std::string name = run.run_name.function_name;
         const std::size_t slash = name.find('/');
         if (slash != std::string::npos && !run.error_occurred && run.run_type == Run::RT_Iteration) {
-            m_times[name.substr(0, slash)][name.substr(slash + 1)] = run.GetAdjustedCPUTime();
+            // Where threads work for each other, what counts is how long it takes.
+            const bool isReal = run.run_name.time_type == "real_time";
+            m_times[name.substr(0, slash)][name.substr(slash + 1)] =
+                isReal ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime();
         }
     }
     ConsoleReporter::ReportRuns(runs);

@@ -1,3 +1,4 @@
+#include "bench/calls_bench.h"
 #include "bench/documents_bench.h"
 #include "bench/ratio_reporter.h"
 #include "tavik/codec/json/json.h"
@@ -119,6 +120,7 @@ void RegisterAll() {
 int main(int argc, char** argv) {
     RegisterAll();
     Bench::RegisterDocuments();
+    Bench::RegisterCalls();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return EXIT_FAILURE;

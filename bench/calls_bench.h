@@ -1,0 +1,8 @@
+#pragma once
+
+namespace Bench {
+
+/// Registers the benchmarks of calls.
+void RegisterCalls();
+
+} // namespace Bench
