@@ -22,10 +22,11 @@ std::string_view OwnName(std::string_view function) {
 }
 
 /// True for the constructors of exceptions and the functions that throw them: the fault does not lie there.
-bool RaisesException(std::string_view function) {
+/// Where the constructors are known to be left out, no other function is taken for one.
+bool RaisesException(std::string_view function, bool hasConstructors) {
     const std::string_view name = OwnName(function);
-    return name.ends_with("Exception") || name == "ExceptionImpl" || name == "Throwable"
-        || name.starts_with("Throw");
+    const bool constructs = name.ends_with("Exception") || name == "ExceptionImpl" || name == "Throwable";
+    return (hasConstructors && constructs) || name.starts_with("Throw");
 }
 
 /// Owns nothing.
@@ -82,12 +83,12 @@ std::string Throwable::Where() const {
         return {};
     }
     const std::vector<System::Backtrace::Frame> frames = backtrace->GetFrames();
+    const bool hasConstructors = !backtrace->BeginsAtPlace();
     const auto place =
         std::find_if_not(frames.begin(), frames.end(), [&](const System::Backtrace::Frame& frame) {
             // Where names are not known, all of this library counts as raising.
-            return frame.function.empty()
-                     ? !backtrace->BeginsAtPlace() && frame.module == frames.front().module
-                     : RaisesException(frame.function);
+            return frame.function.empty() ? hasConstructors && frame.module == frames.front().module
+                                          : RaisesException(frame.function, hasConstructors);
         });
     if (place != frames.end()) {
         return place->ToString();

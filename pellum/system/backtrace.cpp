@@ -104,7 +104,12 @@ Ref<Backtrace> Backtrace::Capture() noexcept {
 Ref<Backtrace> Backtrace::CaptureFrom(const void* place) noexcept {
     Ref<Backtrace> backtrace(new (std::nothrow) Backtrace(place));
     if (backtrace) {
-        backtrace->m_beginsAtPlace = backtrace->m_count > 0 && backtrace->m_addresses.front() == place;
+        if (backtrace->m_count == 0 || backtrace->m_addresses.front() != place) {
+            // A function further in has no unwind table.
+            backtrace->m_addresses.front() = const_cast<void*>(place);
+            backtrace->m_count = 1;
+        }
+        backtrace->m_beginsAtPlace = true;
     }
     return backtrace;
 }

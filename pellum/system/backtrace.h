@@ -39,11 +39,11 @@ public:
     /// for it.
     [[nodiscard, gnu::noinline]] static Ref<Backtrace> Capture() noexcept;
 
-    /// Records the calls around the return address `place`, which comes first. All calls, where it is not
-    /// among them. Null when there is no memory for it.
+    /// Records the calls around the return address `place`, which comes first; that call alone where the
+    /// others can not be reached. Null when there is no memory for it.
     [[nodiscard]] static Ref<Backtrace> CaptureFrom(const void* place) noexcept;
 
-    /// Whether the first call is the one that `CaptureFrom` was asked for.
+    /// Whether `CaptureFrom` has made this.
     [[nodiscard]] bool BeginsAtPlace() const noexcept { return m_beginsAtPlace; }
 
     [[nodiscard]] std::size_t GetFrameCount() const noexcept { return m_count; }

@@ -1,6 +1,8 @@
 #include "tavik/type/type_registry.h"
 #include "tavik/value/compare.h"
 #include "tavik/value/property_diff_set.h"
+#include "tests/sample/api/badly_failed.h"
+#include "tests/sample/api/many_kinds.h"
 #include "tests/sample/api/node.h"
 #include "tests/support/failing_allocation.h"
 #include "tests/support/random_object.h"
@@ -9,6 +11,8 @@
 
 #include <functional>
 #include <new>
+#include <string>
+#include <string_view>
 #include <thread>
 
 namespace {
@@ -82,6 +86,43 @@ TEST(OutOfMemory, LeavesNoHalfClone) {
 
 TEST(OutOfMemory, LeavesNoHalfDeepClone) {
     ExpectCloneOrNothing(*MakeChain(150, "end"));
+}
+
+/// A fault is thrown without memory, too; only what the caller would own is not created.
+TEST(OutOfMemory, StillRaisesFaults) {
+    Tavik::TypeRegistry::Instance().Load();
+    const auto fault = MakeRef<Sample::BadlyFailed>();
+    fault->SetWhy("a text that is too long to stand in a string itself");
+    WithEveryFailure([&] {
+        try {
+            fault->Throw();
+        } catch (Sample::BadlyFailed::Exception& exception) {
+            EXPECT_EQ(exception.GetFault(), fault.Get());
+            EXPECT_EQ(std::string_view(exception.what()).find("sample.BadlyFailed"), 0U);
+            EXPECT_THROW(exception.Throw(), Sample::BadlyFailed::Exception);
+        }
+    });
+    {
+        const Sample::BadlyFailed::Exception exception(fault.Get());
+        const FailingAllocation failing(1);
+        EXPECT_EQ(exception.Clone(), nullptr);
+    }
+    const FailingAllocation failing(1);
+    EXPECT_EQ(fault->CreateException(), nullptr);
+    EXPECT_EQ(fault->GetRefCount(), 1);
+}
+
+TEST(OutOfMemory, LeavesNoHalfFault) {
+    const auto nodes = MakeRef<Tavik::DataArray<Node>>();
+    const auto when = Pellum::System::DateTime::Now();
+    const std::string text = "a text that is too long to stand in a string itself";
+    WithEveryFailure([&] { const Sample::BadlyFailed::Exception exception(text, 1, nodes.Get()); });
+    WithEveryFailure([&] {
+        const Sample::ManyKinds::Exception exception(
+            7, true, Sample::Colour::blue, when, {1, 2}, text, {}, {}, nullptr, nodes.Get(), nullptr, nullptr,
+            nullptr, text, text, text, nullptr);
+    });
+    EXPECT_EQ(nodes->GetRefCount(), 1);
 }
 
 TEST(OutOfMemory, CreatesNothing) {

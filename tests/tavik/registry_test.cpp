@@ -56,12 +56,26 @@ TEST(Registry, FindsByEveryName) {
 
 TEST(Registry, KnowsTheBuiltInTypes) {
     for (const TypeInfo* info :
-         {&Tavik::gBoolTypeInfo, &Tavik::gByteTypeInfo, &Tavik::gIntTypeInfo, &Tavik::gLongTypeInfo,
-          &Tavik::gFloatTypeInfo, &Tavik::gStringTypeInfo, &Tavik::gDateTimeTypeInfo, &Tavik::gBinaryTypeInfo,
-          &Tavik::gTypeNameTypeInfo, &Tavik::gPropertyPathTypeInfo, &Tavik::gAnyTypeInfo,
-          &Tavik::gOrlinDynamicDataTypeInfo, &Tavik::gOrlinMethodFaultTypeInfo,
-          &Tavik::gOrlinRuntimeFaultTypeInfo, &Tavik::gOrlinManagedObjectTypeInfo,
-          &Orlin::gOrlinFaultInvalidArgumentTypeInfo, &Orlin::gOrlinQueryPropertyCollectorTypeInfo}) {
+         {&Tavik::gBoolTypeInfo,
+          &Tavik::gByteTypeInfo,
+          &Tavik::gIntTypeInfo,
+          &Tavik::gLongTypeInfo,
+          &Tavik::gFloatTypeInfo,
+          &Tavik::gStringTypeInfo,
+          &Tavik::gDateTimeTypeInfo,
+          &Tavik::gBinaryTypeInfo,
+          &Tavik::gTypeNameTypeInfo,
+          &Tavik::gPropertyPathTypeInfo,
+          &Tavik::gAnyTypeInfo,
+          &Tavik::gOrlinDynamicDataTypeInfo,
+          &Tavik::gOrlinMethodFaultTypeInfo,
+          &Tavik::gOrlinRuntimeFaultTypeInfo,
+          &Tavik::gOrlinManagedObjectTypeInfo,
+          &Orlin::gOrlinFaultInvalidArgumentTypeInfo,
+          &Orlin::gOrlinFaultInvalidRequestTypeInfo,
+          &Orlin::gOrlinFaultManagedObjectNotFoundTypeInfo,
+          &Orlin::gOrlinFaultSystemErrorTypeInfo,
+          &Orlin::gOrlinQueryPropertyCollectorTypeInfo}) {
         const Tavik::Type* type = Registry().FindByInfo(info);
         ASSERT_NE(type, nullptr) << info->name;
         EXPECT_EQ(Registry().FindByName(info->name), type);
@@ -86,6 +100,9 @@ TEST(Registry, KnowsTheBuiltInTypes) {
         {"orlin.MethodFault", "MethodFault", "orlin.DynamicData"},
         {"orlin.RuntimeFault", "RuntimeFault", "orlin.MethodFault"},
         {"orlin.fault.InvalidArgument", "InvalidArgument", "orlin.RuntimeFault"},
+        {"orlin.fault.InvalidRequest", "InvalidRequest", "orlin.RuntimeFault"},
+        {"orlin.fault.ManagedObjectNotFound", "ManagedObjectNotFound", "orlin.RuntimeFault"},
+        {"orlin.fault.SystemError", "SystemError", "orlin.RuntimeFault"},
         {"orlin.query.PropertyCollector", "PropertyCollector", "orlin.ManagedObject"},
     };
 

@@ -3,6 +3,7 @@
 #include "tavik/type/type_registry.h"
 #include "types/api/core/computer_spec.h"
 #include "types/api/core/diagnostic_manager.h"
+#include "types/api/fault/morvane_fault.h"
 #include "types/registry/version_record.h"
 
 #include <gtest/gtest.h>
@@ -29,6 +30,8 @@ TEST(BeforeAndAfterTheFirstLookUp, EverythingIsNullAndThenIsNot) {
     location->SetPort(902);
     const Pellum::Ref<Location> clone(location->_Clone());
     EXPECT_TRUE(location->_IsEqual(clone.Get(), false));
+    const auto fault = Pellum::MakeRef<Morvane::Fault::MorvaneFault>();
+    EXPECT_EQ(fault->GetHttpMapping().code, 500);
 
     // A look-up of anything at all loads the library.
     EXPECT_NE(Tavik::TypeRegistry::Instance().FindByName("string"), nullptr);
