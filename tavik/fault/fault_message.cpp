@@ -9,7 +9,6 @@
 #include "tavik/value/secret_names.h"
 
 #include <algorithm>
-#include <exception>
 #include <iterator>
 #include <typeinfo>
 
@@ -104,7 +103,7 @@ std::string DescribeFault(const MethodFault* fault) noexcept {
         MessageWriter writer(type->GetName());
         writer.AddTexts(*fault, *type);
         return writer.Take();
-    } catch (const std::exception&) {
+    } catch (...) {
         return {}; // a fault must be raised also when nothing can be said of it
     }
 }
