@@ -5,6 +5,7 @@
 #include "tavik/value/validate.h"
 #include "tests/catalogue/catalogue.h"
 #include "tests/catalogue/document.h"
+#include "tests/support/managed_calls.h"
 #include "types/api/agent/agent_session_manager.h"
 #include "types/api/agent/disk_ticket_dispatcher.h"
 #include "types/api/agent/internal/disposable.h"
@@ -233,6 +234,22 @@ TEST(CatalogueManagedTypes, HaveAMethodObjectForEveryMethodAndProperty) {
                 std::string(isGetter ? record.properties[i - methods].name : record.methods[i].name));
         }
     });
+}
+
+TEST(CatalogueManagedTypes, PassEveryCallThroughDispatchAndStub) {
+    std::size_t own = 0;
+    ForEachManagedType([&](const ManagedObjectType& type) {
+        std::size_t calls = 0;
+        for (const ManagedObjectType* base = &type; base != nullptr; base = base->GetBaseType()) {
+            calls += base->GetMethodObjects().size();
+        }
+        for (unsigned seed = 1; seed <= 20; ++seed) {
+            SCOPED_TRACE("seed " + std::to_string(seed));
+            EXPECT_EQ(TestSupport::ExpectCallsToPass(type, seed), static_cast<int>(calls));
+        }
+        own += type.GetMethodObjects().size();
+    });
+    EXPECT_EQ(own, 107U + 40U);
 }
 
 TEST(CatalogueManagedTypes, AreReferredToByVersionsThatHaveThem) {

@@ -86,6 +86,14 @@ Ref<Any> RandomObjects::MakeValue(const Tavik::Property& property) {
     return property.IsArray() ? MakeArray(*property.GetType()) : MakeElement(*property.GetType());
 }
 
+Ref<Any> RandomObjects::MakeValue(const Tavik::PropertyDescriptor& declared) {
+    if (declared.IsOptional() && !FillsOptional()) {
+        return nullptr;
+    }
+    const Tavik::Type& type = *Tavik::TypeRegistry::Instance().FindByInfo(declared.type);
+    return declared.IsArray() ? MakeArray(type) : MakeElement(type);
+}
+
 Ref<Any> RandomObjects::MakeElement(const Tavik::Type& type) {
     switch (type.GetKind()) {
     case TypeKind::Data:

@@ -34,6 +34,9 @@ public:
     void SetRandom(Tavik::DataObject& object, const Tavik::Property& property);
     /// A value for a property: a boxed value, an object, an array or a reference.
     Pellum::Ref<Tavik::Any> MakeValue(const Tavik::Property& property);
+    /// The same for a parameter, a result or a property of a managed type; null at times when it may be
+    /// unset.
+    Pellum::Ref<Tavik::Any> MakeValue(const Tavik::PropertyDescriptor& declared);
 
 private:
     Pellum::Ref<Tavik::DataObject> MakeDerived(const Tavik::DataObjectType& declared);

@@ -1,19 +1,25 @@
 #include "tavik/codec/json/json.h"
 #include "tavik/descriptor/builtin.h"
+#include "tavik/managed/create_stub.h"
 #include "tavik/type/managed_object_type.h"
 #include "tavik/value/compare.h"
 #include "tavik/value/property_diff_set.h"
 #include "tavik/value/validate.h"
+#include "tests/support/managed_calls.h"
 #include "tests/support/random_object.h"
+#include "tests/support/recording_adapter.h"
 #include "tests/zabro/client/own_spec.h"
+#include "tests/zabro/client/own_task.h"
 #include "tests/zabro/client/plan.h"
 #include "tests/zabro/client/plan_failed.h"
 #include "tests/zabro/client/planner.h"
+#include "tests/zabro/client/wide_collector_stub.h"
 #include "zabro/api/about_info.h"
 #include "zabro/api/config_info.h"
 #include "zabro/api/config_spec.h"
 #include "zabro/api/disk_dimensions.h"
 #include "zabro/api/not_found.h"
+#include "zabro/api/task_stub.h"
 
 #include <gmock/gmock.h>
 
@@ -165,6 +171,32 @@ TEST(InfrastructureTypes, OfAnyContentSurviveEncodingAndDecoding) {
             const Pellum::Ref<Any> clone(object->_Clone());
             EXPECT_TRUE(AreEqualAnysInt(clone.Get(), same.Get(), 0, true));
         }
+    }
+}
+
+TEST(InfrastructureTypes, AreInterfacesForTypesOfOtherLibraries) {
+    int calls = 0;
+    for (const ManagedObjectType* type : TestSupport::AllManagedTypes()) {
+        calls += TestSupport::ExpectCallsToPass(*type, 1);
+    }
+    EXPECT_EQ(calls, 3 + 2 + 1);
+    const auto adapter = Pellum::MakeRef<TestSupport::RecordingAdapter>();
+    const auto make = [&](const TypeInfo& type) {
+        return CreateStub(Pellum::MakeRef<MoRef>(&type, "id").Get(), adapter.Get());
+    };
+    const auto own = make(Client::gClientOwnTaskTypeInfo);
+    const auto wide = make(Client::gClientWideCollectorTypeInfo);
+    EXPECT_NE(dynamic_cast<Zabro::TaskStub*>(own.Get()), nullptr);
+    EXPECT_NE(dynamic_cast<Orlin::Query::PropertyCollectorStub*>(wide.Get()), nullptr);
+    // A type without methods looks at the target all the same.
+    for (const auto* type : {GetMoType<Zabro::Task>(), GetMoType<Orlin::Query::PropertyCollector>()}) {
+        const DispatchFunction dispatch = type->GetManagedTypeInfo().dispatch;
+        const bool isTask = type->GetName() == std::string_view("zabro.Task");
+        Arguments none;
+        Pellum::Ref<Any> result;
+        EXPECT_NO_THROW(dispatch((isTask ? own : wide).Get(), 0, none, result));
+        EXPECT_THROW(dispatch((isTask ? wide : own).Get(), 0, none, result), Pellum::TypeMismatchException);
+        EXPECT_EQ(result, nullptr);
     }
 }
 
