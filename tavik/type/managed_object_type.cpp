@@ -4,10 +4,24 @@
 #include "tavik/value/mo_ref.h"
 #include "tavik/value/scalar_array.h"
 
+#include <algorithm>
 #include <new>
 #include <string>
 
 namespace Tavik {
+
+namespace {
+
+/// There are few, so that going through them is as fast as a table.
+const ManagedMethod* FindIn(
+    const std::unique_ptr<ManagedMethod>* begin, const std::unique_ptr<ManagedMethod>* end,
+    std::string_view wireName) {
+    const auto* found =
+        std::find_if(begin, end, [&](const auto& method) { return wireName == method->GetWireName(); });
+    return found == end ? nullptr : found->get();
+}
+
+} // namespace
 
 ManagedObjectType::ManagedObjectType(const ManagedTypeInfo* info) : Type(info->type), m_managedInfo(info) {
     const auto add = [&](const MethodDescriptor* method, const PropertyDescriptor* property) {
@@ -30,6 +44,9 @@ ManagedObjectType::ManagedObjectType(const ManagedTypeInfo* info) : Type(info->t
 ManagedObjectType::~ManagedObjectType() = default;
 
 void ManagedObjectType::Resolve(TypeRegistry& registry) {
+    for (const auto& method : m_methods) {
+        ResolveMethod(*method, registry);
+    }
     if (m_managedInfo->base == nullptr) {
         return;
     }
@@ -45,6 +62,49 @@ void ManagedObjectType::Resolve(TypeRegistry& registry) {
         return;
     }
     m_base = const_cast<ManagedObjectType*>(static_cast<const ManagedObjectType*>(base));
+}
+
+void ManagedObjectType::ResolveMethod(ManagedMethod& method, TypeRegistry& registry) const {
+    const auto find = [&](const TypeInfo* info, const char* user) {
+        const Type* const type = registry.FindLoading(info);
+        if (type == nullptr) {
+            registry.ReportError(
+                std::string("type ") + info->name + " of " + user + " of " + method.GetName() + " of "
+                + GetName() + " is not registered");
+        }
+        return type;
+    };
+    const auto resolve = [&](const PropertyDescriptor& row) {
+        const Type* const type = find(row.type, row.name);
+        return CallValue{
+            &row, row.IsArray() ? Type::GetArrayType(type) : type, registry.FindLoadingVersion(row.version)};
+    };
+    method.m_version = registry.FindLoadingVersion(method.GetVersionName());
+    const MethodDescriptor* const descriptor = method.GetMethodDescriptor();
+    if (descriptor == nullptr) {
+        method.m_result = resolve(*method.GetPropertyDescriptor());
+        return;
+    }
+    if (descriptor->result.type != nullptr) {
+        method.m_result = resolve(descriptor->result);
+    }
+    for (const PropertyDescriptor* row = descriptor->parameters; row != nullptr && row->name != nullptr;
+         ++row) {
+        method.m_parameters.push_back(resolve(*row));
+    }
+    for (const TypeInfo* const* fault = descriptor->faults; fault != nullptr && *fault != nullptr; ++fault) {
+        if (const Type* const type = find(*fault, "a fault")) {
+            method.m_faults.push_back(type);
+        }
+    }
+}
+
+const ManagedMethod* ManagedObjectType::FindMethod(std::string_view wireName) const {
+    return FindIn(m_methods.data(), m_methods.data() + m_ownMethodCount, wireName);
+}
+
+const ManagedMethod* ManagedObjectType::FindGetter(std::string_view propertyName) const {
+    return FindIn(m_methods.data() + m_ownMethodCount, m_methods.data() + m_methods.size(), propertyName);
 }
 
 ArrayBase* ManagedObjectType::NewArray() const {

@@ -26,6 +26,11 @@ public:
 
     std::size_t GetOwnMethodCount() const { return m_ownMethodCount; }
 
+    /// The type's own method with that wire name, or the getter of its own property of that name. Borrowed;
+    /// null when there is none.
+    const ManagedMethod* FindMethod(std::string_view wireName) const;
+    const ManagedMethod* FindGetter(std::string_view propertyName) const;
+
     /// A new empty array of managed references, created with no count.
     ArrayBase* NewArray() const override;
 
@@ -33,6 +38,7 @@ private:
     friend class TypeRegistry;
 
     void Resolve(TypeRegistry& registry);
+    void ResolveMethod(ManagedMethod& method, TypeRegistry& registry) const;
 
     const ManagedTypeInfo* m_managedInfo;
     ManagedObjectType* m_base = nullptr;

@@ -26,6 +26,7 @@ struct TypeRegistry::Index {
     std::unordered_map<std::string_view, Type*> byName;
     std::unordered_map<std::string_view, Type*> byWireName;
     std::unordered_map<const TypeInfo*, Type*> byInfo;
+    std::unordered_map<std::string_view, const Version*> versions;
 };
 
 struct TypeRegistry::State {
@@ -83,6 +84,7 @@ TypeRegistry::TypeRegistry() : m_state(std::make_unique<State>()) {
     for (Type* type : GetBuiltinTypes()) {
         ResolveType(type);
     }
+    AddVersions(*index);
     m_state->loading = nullptr;
     m_state->versions.Seal();
     m_state->published.store(index.get(), std::memory_order_release);
@@ -130,6 +132,7 @@ void TypeRegistry::LoadPending(TypeInfoLoader* first) {
     for (Type* type : created) {
         AddType(type, *index);
     }
+    AddVersions(*index);
     m_state->indexes.push_back(std::move(index));
     const Index* current = m_state->indexes.back().get();
     const Index* outer = std::exchange(m_state->loading, current);
@@ -189,6 +192,12 @@ void TypeRegistry::AddType(Type* type, Index& index) {
     }
 }
 
+void TypeRegistry::AddVersions(Index& index) const {
+    for (const Version* version : m_state->versions.GetVersions()) {
+        index.versions.emplace(version->GetName(), version);
+    }
+}
+
 void TypeRegistry::ResolveType(Type* type) {
     type->m_version = FindLoadingVersion(type->GetInfo().version);
     switch (type->GetKind()) {
@@ -227,7 +236,7 @@ const TypeRegistry::Index& TypeRegistry::GetIndex() {
 namespace {
 
 template <class Map, class Key>
-const Type* FindIn(const Map& map, const Key& key) {
+typename Map::mapped_type FindIn(const Map& map, const Key& key) {
     const auto found = map.find(key);
     return found == map.end() ? nullptr : found->second;
 }
@@ -247,9 +256,7 @@ const Type* TypeRegistry::FindByInfo(const TypeInfo* info) {
 }
 
 const Version* TypeRegistry::FindVersion(std::string_view name) {
-    Load();
-    const std::lock_guard lock(m_state->mutex);
-    return m_state->versions.Find(name);
+    return FindIn(GetIndex().versions, name);
 }
 
 const Version& TypeRegistry::GetVersion(std::string_view name, std::string_view namespaceName) {

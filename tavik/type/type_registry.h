@@ -66,6 +66,7 @@ private:
     void LoadPending(TypeInfoLoader* first);
     void CreateTypes(const TypeInfoLoader& loader, std::vector<Type*>& created);
     void AddType(Type* type, Index& index);
+    void AddVersions(Index& index) const;
     void ResolveType(Type* type);
     void ReportError(std::string error);
 

@@ -19,8 +19,8 @@ struct PrintOptions {
     int indent = 0; ///< spaces a level; 0 writes one line
     /// Leave out what this version does not have, borrowed; null writes everything.
     const Version* version = nullptr;
-    /// Type of the place that the value stands in, borrowed; "$type" is left out where it is that one. Null
-    /// for none.
+    /// Type of the place that the value stands in, which may be an array's, borrowed; "$type" is left out
+    /// where it is that one. Null for none.
     const Type* declaredType = nullptr;
 };
 

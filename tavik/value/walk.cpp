@@ -10,6 +10,25 @@
 
 namespace Tavik {
 
+namespace {
+
+/// The element type that a place declares for the array in it; null unless the place is an array's, which
+/// only that of a root is, and the array is of that type.
+const Type* GetDeclaredElement(const ArrayBase& array, const Type* declared) {
+    if (declared == nullptr || declared->GetKind() != TypeKind::Array) {
+        return nullptr;
+    }
+    const Type* const element = static_cast<const ArrayType*>(declared)->GetElementType();
+    const Type* const actual = array._GetElementType();
+    // Arrays of references do not know what they refer to.
+    const bool fits = actual == element
+                   || (actual != nullptr && actual->GetKind() == TypeKind::Managed
+                       && element->GetKind() == TypeKind::Managed);
+    return fits ? element : nullptr;
+}
+
+} // namespace
+
 ValueVisitor::~ValueVisitor() = default;
 
 ValueWalker::ValueWalker(ValueVisitor& visitor) : m_visitor(visitor) {}
@@ -52,9 +71,9 @@ void ValueWalker::Enter(const Any* value, const Type* declared) {
     } else if (const auto* reference = dynamic_cast<const MoRef*>(value)) {
         m_visitor.VisitReference(*reference, declared);
     } else if (const auto* array = dynamic_cast<const ArrayBase*>(value)) {
-        EnterArray(*array, nullptr);
+        EnterArray(*array, GetDeclaredElement(*array, declared));
     } else if (const auto* boxed = dynamic_cast<const PrimitiveBase*>(value)) {
-        EnterBoxed(*boxed);
+        EnterBoxed(*boxed, declared);
     } else if (value == nullptr) {
         m_visitor.VisitNull();
     } else {
@@ -81,9 +100,9 @@ void ValueWalker::EnterArray(const ArrayBase& array, const Type* declaredElement
     }
 }
 
-void ValueWalker::EnterBoxed(const PrimitiveBase& boxed) {
+void ValueWalker::EnterBoxed(const PrimitiveBase& boxed, const Type* declared) {
     if (const Type* type = boxed._GetType()) {
-        m_visitor.VisitScalar(*type, boxed._GetValuePointer(), true);
+        m_visitor.VisitScalar(*type, boxed._GetValuePointer(), type != declared);
     } else {
         m_visitor.VisitUnknown();
     }

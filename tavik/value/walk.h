@@ -46,7 +46,8 @@ public:
     virtual void EndArray() = 0;
     /// An element is about to be visited.
     virtual void VisitElement(std::size_t index) = 0;
-    /// A plain value, by its address; `boxed` when it stands alone as an `Any`.
+    /// A plain value, by its address; `boxed` when it stands alone as an `Any` where nothing declares its
+    /// type.
     virtual void VisitScalar(const Type& type, const void* value, bool boxed) = 0;
     virtual void VisitReference(const MoRef& reference, const Type* declared) = 0;
     /// An element that is null, or a root that is.
@@ -69,7 +70,8 @@ public:
     explicit ValueWalker(ValueVisitor& visitor);
     ~ValueWalker();
 
-    /// `root` may be null. `declared` is the type of the place that holds it, null for none.
+    /// `root` may be null. `declared` is the type of the place that holds it, which may be an array's; null
+    /// for none.
     void Walk(const Any* root, const Type* declared);
     /// The same for a value inside of open content.
     void Walk(const OpenValue& root);
@@ -103,7 +105,7 @@ private:
     void Enter(const Any* value, const Type* declared);
     void EnterObject(const DataObject& object, const Type* declared);
     void EnterArray(const ArrayBase& array, const Type* declaredElement);
-    void EnterBoxed(const PrimitiveBase& boxed);
+    void EnterBoxed(const PrimitiveBase& boxed, const Type* declared);
     void VisitNextProperty();
     void VisitNextElement();
     void EnterOpenValue(const OpenValue& value);

@@ -34,7 +34,7 @@ struct EncodeOptions {
     /// Leaves out the properties that this version does not have and refuses the types that it does not have.
     /// Borrowed; null for no restriction.
     const Version* version = nullptr;
-    /// Type of the place that the value stands in: an object of exactly this type is written without "$type".
+    /// Type of the place that the value stands in: a value of exactly this type is written without "$type".
     /// Borrowed; null for none.
     const Type* declaredType = nullptr;
     int indent = 0; ///< spaces a level; 0 writes one line

@@ -76,6 +76,11 @@ ValueBuilder::ValueBuilder(const DecodeOptions& options)
 
 ValueBuilder::~ValueBuilder() = default;
 
+void ValueBuilder::Restart(const Type* expected) {
+    m_rootPlace = MakeRootPlace(expected);
+    m_result.Reset();
+}
+
 void ValueBuilder::BeginObject() {
     Nest();
     if (m_skipDepth != kNotSkipping) {

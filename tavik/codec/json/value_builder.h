@@ -1,6 +1,7 @@
 #pragma once
 
 #include "pellum/object/ref.h"
+#include "tavik/codec/json/event_parser.h"
 #include "tavik/codec/json/json.h"
 #include "tavik/codec/json/scalar_reader.h"
 #include "tavik/codec/json/wording.h"
@@ -22,28 +23,31 @@ class ScalarArrayBase;
 
 namespace Json {
 
-/// Builds a value out of the events of a JSON parser, which are well-formed. What is begun and not ended
-/// waits on a stack of its own, so that the depth of the document costs no program stack here.
-///
-/// Every event throws `Refusal` when it is not what belongs there; `GetPath` then names the place.
-class ValueBuilder {
+/// Builds a value out of the events of a JSON parser. What is begun and not ended waits on a stack of its
+/// own, so that the depth of the document costs no program stack here.
+class ValueBuilder final : public EventSink {
 public:
     /// `options` is borrowed and outlives the builder.
     explicit ValueBuilder(const DecodeOptions& options);
     ~ValueBuilder();
 
-    void BeginObject();
-    void EndObject();
-    void BeginArray();
-    void EndArray();
-    void Key(std::string_view name);
-    void Scalar(const Token& token);
-    void Null();
+    void BeginObject() override;
+    void EndObject() override;
+    void BeginArray() override;
+    void EndArray() override;
+    void Key(std::string_view name) override;
+    void Scalar(const Token& token) override;
+    void Null() override;
+    std::string GetPath() const override;
 
-    /// Path of the place that is being read: "source.location.port", "disk[2].size".
-    std::string GetPath() const;
+    /// Begins another value, of `expected` or derived from it (null for any), once there is none or the last
+    /// one is complete. The limit of values is for all of them together.
+    void Restart(const Type* expected);
 
-    /// The value, complete once the parser has come to the end of its document.
+    /// Whether the value is complete.
+    bool IsComplete() const { return m_result.Get() != nullptr; }
+
+    /// The value, once it is complete.
     const Pellum::Ref<Any>& GetResult() const { return m_result; }
 
 private:
