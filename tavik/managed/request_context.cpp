@@ -7,6 +7,9 @@
 namespace Tavik {
 
 RequestContext::RequestContext() = default;
+
+RequestContext::RequestContext(Values values) : m_values(std::move(values)) {}
+
 RequestContext::RequestContext(const RequestContext& other) = default;
 RequestContext::~RequestContext() = default;
 
@@ -18,19 +21,19 @@ Pellum::Ref<RequestContext> RequestContext::With(Change change) const {
 }
 
 Pellum::Ref<RequestContext> RequestContext::WithSessionKey(std::string key) const {
-    return With([&](RequestContext& copy) { copy.m_sessionKey = std::move(key); });
+    return With([&](RequestContext& copy) { copy.m_values.sessionKey = std::move(key); });
 }
 
 Pellum::Ref<RequestContext> RequestContext::WithVersion(const Version* version) const {
-    return With([&](RequestContext& copy) { copy.m_version = version; });
+    return With([&](RequestContext& copy) { copy.m_values.version = version; });
 }
 
 Pellum::Ref<RequestContext> RequestContext::WithLocale(std::string locale) const {
-    return With([&](RequestContext& copy) { copy.m_locale = std::move(locale); });
+    return With([&](RequestContext& copy) { copy.m_values.locale = std::move(locale); });
 }
 
 Pellum::Ref<RequestContext> RequestContext::WithDeadline(std::optional<Clock::time_point> deadline) const {
-    return With([&](RequestContext& copy) { copy.m_deadline = deadline; });
+    return With([&](RequestContext& copy) { copy.m_values.deadline = deadline; });
 }
 
 Pellum::Ref<RequestContext> RequestContext::WithTimeout(Clock::duration timeout) const {
@@ -38,23 +41,24 @@ Pellum::Ref<RequestContext> RequestContext::WithTimeout(Clock::duration timeout)
 }
 
 Pellum::Ref<RequestContext> RequestContext::WithCorrelationId(std::string id) const {
-    return With([&](RequestContext& copy) { copy.m_correlationId = std::move(id); });
+    return With([&](RequestContext& copy) { copy.m_values.correlationId = std::move(id); });
 }
 
 std::string RequestContext::ToString() const {
-    std::string text = m_sessionKey.empty() ? "no session" : "session ***";
-    if (m_version != nullptr) {
-        text += ", version " + m_version->GetName();
+    std::string text = m_values.sessionKey.empty() ? "no session" : "session ***";
+    if (m_values.version != nullptr) {
+        text += ", version " + m_values.version->GetName();
     }
-    if (!m_locale.empty()) {
-        text += ", locale " + m_locale;
+    if (!m_values.locale.empty()) {
+        text += ", locale " + m_values.locale;
     }
-    if (m_deadline) {
-        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(*m_deadline - Clock::now());
+    if (m_values.deadline) {
+        const auto left =
+            std::chrono::duration_cast<std::chrono::milliseconds>(*m_values.deadline - Clock::now());
         text += ", " + std::to_string(left.count()) + " ms left";
     }
-    if (!m_correlationId.empty()) {
-        text += ", correlation " + m_correlationId;
+    if (!m_values.correlationId.empty()) {
+        text += ", correlation " + m_values.correlationId;
     }
     return text;
 }

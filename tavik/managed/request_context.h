@@ -18,24 +18,34 @@ class TAVIK_API RequestContext final : public Pellum::ObjectImpl {
 public:
     using Clock = std::chrono::steady_clock;
 
+    /// All that a context says; see the functions below.
+    struct Values {
+        std::string sessionKey;
+        const Version* version = nullptr;
+        std::string locale;
+        std::optional<Clock::time_point> deadline;
+        std::string correlationId;
+    };
+
     /// No session, no restriction of version, no locale, no deadline.
     RequestContext();
+    explicit RequestContext(Values values);
 
     /// Proves to the server who calls; empty outside of a session. A secret: it is in no text that this class
     /// makes.
-    const std::string& GetSessionKey() const { return m_sessionKey; }
+    const std::string& GetSessionKey() const { return m_values.sessionKey; }
 
     /// The API version that the caller speaks, borrowed; null for whatever both sides know.
-    const Version* GetVersion() const { return m_version; }
+    const Version* GetVersion() const { return m_values.version; }
 
     /// "en_US"; empty for the server's choice.
-    const std::string& GetLocale() const { return m_locale; }
+    const std::string& GetLocale() const { return m_values.locale; }
 
     /// When the caller stops waiting; nothing when it waits for ever.
-    const std::optional<Clock::time_point>& GetDeadline() const { return m_deadline; }
+    const std::optional<Clock::time_point>& GetDeadline() const { return m_values.deadline; }
 
     /// Names a call in the logs of both sides; where it is empty each call is given one of its own.
-    const std::string& GetCorrelationId() const { return m_correlationId; }
+    const std::string& GetCorrelationId() const { return m_values.correlationId; }
 
     [[nodiscard]] Pellum::Ref<RequestContext> WithSessionKey(std::string key) const;
     /// `version` is borrowed, null for no restriction: what `TypeRegistry::GetVersion` gives.
@@ -56,11 +66,7 @@ private:
     template <class Change>
     Pellum::Ref<RequestContext> With(Change change) const;
 
-    std::string m_sessionKey;
-    const Version* m_version = nullptr;
-    std::string m_locale;
-    std::optional<Clock::time_point> m_deadline;
-    std::string m_correlationId;
+    Values m_values;
 };
 
 } // namespace Tavik
