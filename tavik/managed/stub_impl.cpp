@@ -1,6 +1,7 @@
 #include "tavik/managed/stub_impl.h"
 
 #include "pellum/error/exception.h"
+#include "tavik/fault/runtime_faults.h"
 #include "tavik/managed/managed_method.h"
 #include "tavik/type/type_registry.h"
 
@@ -82,9 +83,8 @@ void StubImpl::_Unregistered() {
 
 void StubImpl::CheckRegistered() const {
     if (m_unregistered.load(std::memory_order_acquire)) {
-        throw Pellum::Exception(
-            std::string(m_reference->GetTypeInfo().name) + " " + m_reference->GetId()
-            + " is not registered any more");
+        throw Orlin::Fault::ManagedObjectNotFound::Exception(new Orlin::Fault::ManagedObjectNotFound(
+            m_reference->GetTypeInfo().wireName, m_reference->GetId()));
     }
 }
 
