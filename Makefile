@@ -21,8 +21,10 @@ setup-dev:
 
 demo: setup ## Build and run the guided tour
 	@echo "Building the tool, which takes a few minutes the first time; the log is build/logs/release-build.log."
-	@scripts/build.sh release morvane
+	@scripts/build.sh release morvane conversion_demo
 	@build/release/bin/morvane demo
+	@printf '\n----\nA client and a service\n\n'
+	@build/release/bin/conversion_demo examples/conversion_request.json
 
 test: setup ## Build the native release and run its tests
 	@scripts/test.sh release

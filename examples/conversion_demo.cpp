@@ -19,7 +19,9 @@
 #include "zabro/api/invalid_login.h"
 
 #include <chrono>
+#include <iomanip>
 #include <iostream>
+#include <map>
 #include <string>
 #include <thread>
 #include <vector>
@@ -43,7 +45,8 @@ public:
               &Tavik::TypeRegistry::Instance().GetVersion("9.0", "morvane"))),
           m_request(&request) {
         // The one object that everybody knows leads to all others.
-        Open<Morvane::ServiceInstanceStub>(service.GetServiceInstance())->RetrieveContent(m_content);
+        Open<Morvane::ServiceInstanceStub>(Example::Service::GetServiceInstance().Get())
+            ->RetrieveContent(m_content);
     }
 
     void LogIn() {
@@ -62,7 +65,9 @@ public:
     void Convert() {
         std::cout << "A conversion from beginning to end:\n";
         const Pellum::Ref<TaskInfo> ended = Watch(*Start(*m_request));
-        std::cout << "  " << Describe(*ended) << "\n  It has left " << CountEvents(*ended) << " events.\n\n";
+        std::cout << "  " << Describe(*ended) << ". Its events:\n";
+        ShowEvents(*ended);
+        std::cout << '\n';
     }
 
     void CancelOne() {
@@ -159,15 +164,22 @@ private:
         return text;
     }
 
-    /// The same events that a synchronous call would bring, while this thread could do something else.
-    std::size_t CountEvents(const TaskInfo& info) const {
+    /// What happened during a task: how many events of which type.
+    void ShowEvents(const TaskInfo& info) const {
         const auto filter = Pellum::MakeRef<Morvane::Event::EventFilterSpec>();
         filter->SetEventChainId(Pellum::Optional<std::int32_t>(info.GetEventChainId()));
         const auto events = Open<Morvane::Event::EventManagerStub>(m_content->GetEventManager());
+        // The asynchronous form: this thread could do something else until it asks for the result.
         auto call = Tavik::StartFuture<Pellum::Ref<Tavik::DataArray<Event>>>(
             [&](const auto& done, auto& item) { events->QueryEvent(filter.Get(), done, item); });
+        std::map<std::string, int> counts;
         const auto list = call.Get();
-        return list ? list->GetLength() : 0;
+        for (const Event* event : *list) {
+            ++counts[event->_GetType()->GetName()];
+        }
+        for (const auto& [type, count] : counts) {
+            std::cout << "  " << std::setw(3) << count << " x " << type << '\n';
+        }
     }
 
     Pellum::Ref<Tavik::StubAdapter> m_connection;

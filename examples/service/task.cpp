@@ -88,6 +88,9 @@ void Task::Run(const std::stop_token& stop) {
     Change([&](TaskInfo& info) {
         info.SetState(error ? TaskInfo::State::error : TaskInfo::State::success);
         info.SetError(error.Get());
+        if (!error) {
+            info.SetProgress(Pellum::Optional<std::int32_t>(100));
+        }
         info.SetCancelled(m_cancelled.stop_requested());
         info.SetCancelable(false);
         info.SetCompleteTime(Pellum::Optional<DateTime>(DateTime::Now()));
@@ -116,12 +119,14 @@ void Task::CheckSource() const {
     }
     const std::string thumbprint = location->GetSslThumbprint().ValueOr("");
     if (thumbprint != kTrusted.thumbprint) {
-        const auto certificate = Pellum::MakeRef<Morvane::SSLCertificateData>();
+        const std::string certificate = location->GetSslCertificate().ValueOr("none");
+        const auto data = Pellum::MakeRef<Morvane::SSLCertificateData>();
+        data->GetData()->GetElements().assign(certificate.begin(), certificate.end());
         const auto chain = Pellum::MakeRef<Tavik::DataArray<Morvane::SSLCertificateData>>();
-        chain->Append(certificate.Get());
+        chain->Append(data.Get());
         throw Morvane::Fault::SSLVerificationFault::Exception(
             location->GetHostname(), true, thumbprint, "the certificate is not the one that is trusted", {},
-            chain.Get(), location->GetSslCertificate().ValueOr(""));
+            chain.Get(), certificate);
     }
 }
 

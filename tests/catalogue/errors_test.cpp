@@ -134,7 +134,7 @@ TEST(CatalogueErrors, NameTheRequiredPropertyThatIsMissing) {
         }
         ++count;
         const std::string reason = std::string(subject.type.GetWireName()) + " lacks the required "
-                                 + (property.IsArray() ? "an element of " : "") + Quoted(property.GetName());
+                                 + (property.IsArray() ? "elements of " : "") + Quoted(property.GetName());
         const auto isLast = [&](const Members& all) {
             try {
                 Tavik::Json::Decode(WriteLines(subject.type, all));

@@ -200,7 +200,7 @@ TEST(JsonErrorsTest, TellsWhichPropertyIsWrong) {
     }
     ExpectRefused(
         {R"({"$type": "ShopFleet", "machine": []})", "1:37", "",
-         R"(ShopFleet lacks the required an element of "machine")"});
+         R"(ShopFleet lacks the required elements of "machine")"});
 }
 
 TEST(JsonErrorsTest, RefusesWhatAVersionDoesNotHave) {

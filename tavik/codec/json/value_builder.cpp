@@ -447,7 +447,7 @@ void ValueBuilder::CheckRequired(const Frame& frame) const {
         // A number in the object is always set; an array is so by having an element.
         if ((frame.marks[i] & kSet) == 0 || !property.IsSet(frame.value.Get())) {
             missing.push_back(
-                std::string(property.IsArray() ? "an element of \"" : "\"") + property.GetName() + '"');
+                std::string(property.IsArray() ? "elements of \"" : "\"") + property.GetName() + '"');
         }
     }
     if (!missing.empty()) {
