@@ -1,7 +1,5 @@
 #pragma once
 
-#include "tavik/export.h"
-
 #include <string>
 #include <string_view>
 
@@ -16,7 +14,7 @@ inline constexpr std::string_view kMessageWords[] = {
 };
 
 /// Whether the name is a message's by `kMessageWords`, and no secret's.
-TAVIK_API bool IsMessageName(std::string_view name);
+bool IsMessageName(std::string_view name);
 
 /// What the exception of a fault says: the dotted name of its type and its messages. No secret is among them,
 /// control characters are escaped, and long texts are cut. Loads pending libraries, without which a fault

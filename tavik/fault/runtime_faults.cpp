@@ -6,6 +6,7 @@
 
 #include <optional>
 
+// NOLINTBEGIN(bugprone-macro-parentheses): class names in declarations take none.
 #define TAVIK_RUNTIME_FAULT_SOURCE(Class)                                                                    \
     Class::Class() = default;                                                                                \
     Class::Class(const Class&) = default;                                                                    \
@@ -21,6 +22,7 @@
         return Tavik::GetDoType<Class>();                                                                    \
     }                                                                                                        \
     TAVIK_FAULT_SOURCE(Class, Exception)
+// NOLINTEND(bugprone-macro-parentheses)
 
 template class Tavik::DataArray<Orlin::Fault::InvalidArgument>;
 template class Tavik::DataArray<Orlin::Fault::SystemError>;

@@ -98,8 +98,10 @@ TEST(CatalogueFaults, AreThrownAsTheirOwnClasses) {
             }
             const std::unique_ptr<Pellum::Exception> clone(exception.Clone());
             const std::unique_ptr<MethodFault::Exception> created(fault.CreateException());
-            EXPECT_EQ(typeid(*clone), typeid(exception));
-            EXPECT_EQ(typeid(*created), typeid(exception));
+            for (const Pellum::Exception* copy :
+                 {clone.get(), static_cast<Pellum::Exception*>(created.get())}) {
+                EXPECT_EQ(typeid(*copy), typeid(exception));
+            }
             EXPECT_EQ(created->GetFault(), &fault);
             EXPECT_EQ(fault.GetRefCount(), 4);
             EXPECT_THAT(created->Where(), StartsWith("catalogue_tests+0x"));
