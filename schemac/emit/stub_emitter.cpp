@@ -118,14 +118,14 @@ std::string Definitions(const Operation& operation, const Model::ManagedType& ty
         body = "Morvane::Support::Store(" + call + ", result);";
     }
 
-    const auto define = [&](const std::string& returned, std::vector<std::string> parameters,
+    const auto define = [&](const std::string& returned, std::vector<std::string> all,
                             const std::vector<std::string>& more, const std::string& text) {
-        parameters.insert(parameters.end(), more.begin(), more.end());
+        all.insert(all.end(), more.begin(), more.end());
         return Fill(
             kFunction, {{"result", returned},
                         {"stub", SimpleStubClass(type)},
                         {"function", operation.function},
-                        {"parameters", Naming::Join(parameters, ", ")},
+                        {"parameters", Naming::Join(all, ", ")},
                         {"body", text}});
     };
     const std::vector<std::string> outParameter =

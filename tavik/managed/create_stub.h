@@ -27,9 +27,10 @@ template <class T>
 [[nodiscard]] Pellum::Ref<T> CreateStub(
     MoRef* reference, StubAdapter* adapter, RequestContext* context = nullptr) {
     const Pellum::Ref<ManagedObject> stub = CreateStub(&GetMoType<T>, reference, adapter, context);
-    T* const typed = dynamic_cast<T*>(stub.Get());
+    ManagedObject& object = *stub;
+    T* const typed = dynamic_cast<T*>(&object);
     if (typed == nullptr) {
-        Pellum::ThrowTypeMismatchException(typeid(T), typeid(*stub));
+        Pellum::ThrowTypeMismatchException(typeid(T), typeid(object));
     }
     return Pellum::Ref<T>(typed);
 }

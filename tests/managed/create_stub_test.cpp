@@ -12,6 +12,10 @@ using Pellum::MakeRef;
 using Pellum::Ref;
 using Tavik::MoRef;
 
+std::string ClassOf(const Tavik::ManagedObject& object) {
+    return Pellum::Demangle(typeid(object));
+}
+
 class CreateStub : public CallerTest {
 protected:
     /// The class of the stub, or why there is none.
@@ -22,7 +26,7 @@ protected:
             const auto made = Tavik::CreateStub<Wanted>(reference.Get(), adapter.Get());
             EXPECT_EQ(made->_GetRef(), reference.Get());
             EXPECT_EQ(made->GetRefCount(), 1);
-            return Pellum::Demangle(typeid(*made));
+            return ClassOf(*made);
         } catch (const Pellum::Exception& error) {
             return error.what();
         }
@@ -32,7 +36,7 @@ protected:
         const auto reference = MakeRef<MoRef>(&type, "id");
         try {
             const auto made = Tavik::CreateStub(reference.Get(), adapter.Get());
-            return Pellum::Demangle(typeid(*made));
+            return ClassOf(*made);
         } catch (const Pellum::Exception& error) {
             return error.what();
         }

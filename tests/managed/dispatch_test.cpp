@@ -33,10 +33,10 @@ protected:
     }
 
     void Call(Tavik::ManagedObject* target, int index, Tavik::Arguments arguments) {
-        Tavik::GetMoType<Sample::Caller>()->GetManagedTypeInfo().dispatch(target, index, arguments, result);
+        Tavik::GetMoType<Sample::Caller>()->GetManagedTypeInfo().dispatch(target, index, arguments, m_result);
     }
 
-    Ref<Any> result;
+    Ref<Any> m_result;
 };
 
 Ref<Any> Text(const char* text) {
@@ -59,13 +59,13 @@ TEST_F(Dispatch, LooksAtTheTargetFirst) {
 }
 
 TEST_F(Dispatch, IgnoresAnIndexThatIsNone) {
-    result = Text("before");
+    m_result = Text("before");
     const int count = static_cast<int>(std::size(Sample::gSampleCallerMethodObjects));
     for (const int index : {-1, count, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
         Call(stub.Get(), index, {Int(1)});
     }
     EXPECT_EQ(adapter->count, 0);
-    EXPECT_EQ(Show(result), R"(string "before")");
+    EXPECT_EQ(Show(m_result), R"(string "before")");
     Call(stub.Get(), count - 1, {});
     EXPECT_STREQ(adapter->method->GetName(), "state");
 }
@@ -100,7 +100,7 @@ TEST_F(Dispatch, RefusesArgumentsOfAnotherClass) {
         EXPECT_EQ(MismatchOf([&] { Call(row.method, row.arguments); }), row.mismatch) << row.method;
     }
     EXPECT_EQ(adapter->count, 0);
-    EXPECT_EQ(result, nullptr);
+    EXPECT_EQ(m_result, nullptr);
 }
 
 TEST_F(Dispatch, TakesWhatIsMissingForUnset) {
@@ -115,36 +115,36 @@ TEST_F(Dispatch, TakesWhatIsMissingForUnset) {
 TEST_F(Dispatch, BoxesResults) {
     adapter->answer = MakeRef<Primitive<bool>>(true);
     Call("giveBoolean");
-    EXPECT_EQ(result, Primitive<bool>::Factory::sTrue);
+    EXPECT_EQ(m_result, Primitive<bool>::Factory::sTrue);
     Call("giveOptionalBoolean");
-    EXPECT_EQ(result, Primitive<bool>::Factory::sTrue);
+    EXPECT_EQ(m_result, Primitive<bool>::Factory::sTrue);
     adapter->answer.Reset();
     for (const char* method :
          {"giveOptionalBoolean", "giveOptionalText", "giveOptionalLong", "count", "shade", "giveObject",
           "giveReference", "giveTexts", "giveAny"}) {
-        result = Text("before");
+        m_result = Text("before");
         Call(method);
-        EXPECT_EQ(result, nullptr) << method;
+        EXPECT_EQ(m_result, nullptr) << method;
     }
     const auto point = MakeRef<Sample::Point>();
     adapter->answer = point;
     Call("giveObject");
-    EXPECT_EQ(result, point.Get());
+    EXPECT_EQ(m_result, point.Get());
     Call("nothing");
-    EXPECT_EQ(result, point.Get());
+    EXPECT_EQ(m_result, point.Get());
     adapter->answer = Text("text");
     Call("giveText");
-    EXPECT_EQ(Show(result), R"(string "text")");
-    EXPECT_NE(result, adapter->answer);
+    EXPECT_EQ(Show(m_result), R"(string "text")");
+    EXPECT_NE(m_result, adapter->answer);
 }
 
 TEST_F(Dispatch, LetsExceptionsThroughAndKeepsCounts) {
     const auto point = MakeRef<Sample::Point>();
-    result = Text("before");
+    m_result = Text("before");
     adapter->onCall = [](const auto&) { throw Pellum::Exception("failed"); };
     EXPECT_THROW(Call("objects", {point}), Pellum::Exception);
     EXPECT_THROW(Call("giveObject"), Pellum::Exception);
-    EXPECT_EQ(Show(result), R"(string "before")");
+    EXPECT_EQ(Show(m_result), R"(string "before")");
     EXPECT_EQ(point->GetRefCount(), 1);
     adapter->onCall = nullptr;
     Call("objects", {point});

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tavik/managed/managed_object.h"
 #include "tavik/managed/stub_adapter.h"
 #include "tavik/value/boxing.h"
 #include "types/managed/managed_functions.h"

@@ -17,7 +17,8 @@ set(values "Tavik::(DataArray<[A-Z][A-Za-z]*|(Array|Primitive)<${NAMESPACE})::")
 set(meant
     "${NAMESPACE}::"
     "${values}"
-    "(vtable|typeinfo|typeinfo name) for (${NAMESPACE}::|${values})"
+    "(vtable|VTT|typeinfo|typeinfo name) for (${NAMESPACE}::|${values})"
+    "(construction vtable for [A-Za-z:]+-in-|virtual thunk to |non-virtual thunk to )${NAMESPACE}::"
     "Tavik::(DataObjectType|EnumType|ManagedObjectType)\\* Tavik::Get(Do|Enum|Mo)Type<${NAMESPACE}::")
 if(NOT STRICT)
     list(APPEND meant "([a-z]+ )?std::")
