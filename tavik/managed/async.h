@@ -146,12 +146,11 @@ public:
         m_call = std::make_shared<Async::AwaitedCall>();
         // This object is gone as soon as another thread resumes the coroutine.
         const std::shared_ptr<Async::AwaitedCall> call = m_call;
-        std::invoke(
-            m_start,
+        const Completion completion =
             [call](Pellum::System::ScheduledItem*, Pellum::Exception* exception, Any* result) {
                 call->Complete(exception, result);
-            },
-            m_item);
+            };
+        std::invoke(m_start, completion, m_item);
         return call->Wait(waiting);
     }
 

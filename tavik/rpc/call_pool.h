@@ -113,6 +113,7 @@ private:
     std::size_t m_waitingForRoom = 0;
     std::thread m_completer;
     bool m_stopCompleter = false;
+    bool m_hasEnded = false;
     std::condition_variable m_work;
     std::condition_variable m_room;
     std::condition_variable m_completerWork;

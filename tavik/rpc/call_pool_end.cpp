@@ -102,7 +102,10 @@ void CallPool::WaitForEnd() {
     std::vector<std::thread> ended;
     {
         Lock lock(m_mutex);
-        m_finished.wait_for(lock, m_options.shutdownTimeout, [this] { return m_living == 0; });
+        if (!m_hasEnded) { // who is left behind once is not waited for again
+            m_finished.wait_for(lock, m_options.shutdownTimeout, [this] { return m_living == 0; });
+        }
+        m_hasEnded = true;
         for (const auto& worker : m_workers) {
             if (worker->current.Get() != nullptr) {
                 End(*worker->current, Outcome::Closed);

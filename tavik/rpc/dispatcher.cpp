@@ -11,6 +11,7 @@
 #include "tavik/value/json_text.h"
 #include "tavik/value/mo_ref.h"
 
+#include <algorithm>
 #include <cstring>
 #include <optional>
 #include <utility>
@@ -25,7 +26,7 @@ using Orlin::Fault::ManagedObjectNotFound;
 using Orlin::Fault::SystemError;
 
 constexpr const char* kSystemErrorReason = "the server failed to run the call";
-constexpr std::string_view kArgumentsPath = "arguments.";
+constexpr std::string_view kArgumentsPath = "arguments";
 
 /// A name out of a request in quotes, cut where it is long.
 std::string Quote(std::string_view name) {
@@ -48,11 +49,12 @@ bool IsRuntimeFault(const Type& type) {
 }
 
 Pellum::Ref<MethodFault> MakeFault(const MessageException& error) {
-    if (error.GetPath().starts_with(kArgumentsPath)) {
-        return Pellum::MakeRef<InvalidArgument>(
-            error.GetPath().substr(kArgumentsPath.size()), error.GetReason());
+    std::string_view path = error.GetPath();
+    if (path != kArgumentsPath && !path.starts_with("arguments.")) {
+        return Pellum::MakeRef<InvalidRequest>(error.what());
     }
-    return Pellum::MakeRef<InvalidRequest>(error.what());
+    path.remove_prefix(std::min(path.size(), kArgumentsPath.size() + 1));
+    return Pellum::MakeRef<InvalidArgument>(path, error.GetReason());
 }
 
 } // namespace

@@ -26,13 +26,13 @@ struct InProcessOptions {
     std::size_t threads = 4;       ///< that run methods and callbacks; started when there is need, at least 1
     std::size_t queueLimit = 1000; ///< calls that wait for a thread, at least 1
     /// How long calls wait whose context has no deadline; nothing for ever.
-    std::optional<Duration> defaultTimeout;
+    std::optional<Duration> defaultTimeout = std::nullopt;
     /// Calls inside of each other on one thread: an object that calls back.
     std::size_t nestingLimit = 16;
     /// How long `Shutdown` lets running methods come to an end.
     Duration shutdownTimeout = std::chrono::seconds(5);
     /// Is told what callbacks throw.
-    FailureLog failureLog;
+    FailureLog failureLog = nullptr;
 };
 
 /// Carries calls to a server in the same process. Nothing passes by pointer: each call is written as bytes,

@@ -71,7 +71,8 @@ public:
     /// Reads a request: once the header is complete `begin` is given it, looks up the method and tells how
     /// the arguments are to be read. What it throws passes through, and nothing more is read then.
     ///
-    /// Throws `MessageException` for what can not be understood. Paths in arguments begin with "arguments.".
+    /// Throws `MessageException` for what can not be understood. The path is "arguments" or begins with
+    /// "arguments." for what is wrong with them.
     /// That required arguments are there is not checked.
     using BeginFunction = std::function<RequestForm(RequestHeader&& header)>;
     virtual Arguments DecodeRequest(std::string_view message, const BeginFunction& begin) const = 0;

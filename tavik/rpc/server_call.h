@@ -1,14 +1,13 @@
 #pragma once
 
 #include "tavik/export.h"
+#include "tavik/managed/managed_method.h"
+#include "tavik/managed/managed_object.h"
 #include "tavik/managed/request_context.h"
 
 #include <atomic>
 
 namespace Tavik {
-
-class ManagedMethod;
-class ManagedObject;
 
 /// The call that a server object is running: who asks for what. Lives as long as the method runs; may be read
 /// from any thread meanwhile.

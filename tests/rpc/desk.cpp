@@ -22,8 +22,7 @@ void TestPrinter::GetQueue(Pellum::Ref<Tavik::DataArray<Desk::Sheet>>& result) {
 }
 
 std::int32_t TestPrinter::Print(
-    Desk::Sheet* sheet, const Pellum::Optional<std::int32_t>& copies,
-    const std::string& /*pin*/) {
+    Desk::Sheet* sheet, const Pellum::Optional<std::int32_t>& copies, const std::string& /*pin*/) {
     ++runs;
     lastSheet.Reset(sheet);
     return copies.Peek() != nullptr ? *copies.Peek() : 1;

@@ -27,8 +27,7 @@ public:
     void GetQueue(Pellum::Ref<Tavik::DataArray<Desk::Sheet>>& result) override;
     /// Gives the number of copies, 1 unless given; the sheet is `lastSheet` then.
     std::int32_t Print(
-        Desk::Sheet* sheet, const Pellum::Optional<std::int32_t>& copies,
-        const std::string& pin) override;
+        Desk::Sheet* sheet, const Pellum::Optional<std::int32_t>& copies, const std::string& pin) override;
     Pellum::Optional<std::string> Act(const std::string& what) override;
     void Echo(Desk::Sheet* sheet, Pellum::Ref<Desk::Sheet>& result) override;
     void Reset() override;
