@@ -2,6 +2,9 @@
 
 include(CheckLinkerFlag)
 
+# Writes all generated sources and compiles nothing of them: enough for what reads the sources only.
+add_custom_target(generated_sources)
+
 # morvane_generate_types(<variable> LIBRARY <name> SCHEMA <files>... [IMPORTS <files>...] [IMPORT_LIBRARIES <names>...])
 #
 # Runs the schema compiler over the files, in that order, and sets the variable to the sources it writes: one for each
@@ -58,6 +61,7 @@ function(morvane_generate_types variable)
                             "it would be taken for the fresh one. Remove it, and those that came with it.")
     endif()
     add_custom_target(${arg_LIBRARY}_schema DEPENDS "${stamp}")
+    add_dependencies(generated_sources ${arg_LIBRARY}_schema)
     set_target_properties(${arg_LIBRARY}_schema PROPERTIES MORVANE_SCHEMA "${schema}")
     set_source_files_properties(${sources} PROPERTIES GENERATED TRUE)
     set(${variable} ${sources} PARENT_SCOPE)
