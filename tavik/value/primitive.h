@@ -42,7 +42,8 @@ struct TAVIK_API PrimitiveFactory<bool> {
 template <class T>
 class TAVIK_TEMPLATE_API Primitive : public PrimitiveBase {
 public:
-    explicit Primitive(T value) : m_value(std::move(value)) {}
+    /// Always inline: a Windows library does not export it with the instantiations that it holds.
+    [[gnu::always_inline]] explicit Primitive(T value) : m_value(std::move(value)) {}
 
     const T& GetValue() const { return m_value; }
 
