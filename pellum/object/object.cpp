@@ -18,7 +18,8 @@ ObjectImpl& ObjectImpl::operator=([[maybe_unused]] const ObjectImpl& other) {
 ObjectImpl::~ObjectImpl() = default;
 
 void ObjectImpl::IncRef() const noexcept {
-    m_refCount.fetch_add(1, std::memory_order_relaxed);
+    // Release: who then takes a count by `TryIncRef` finds the object complete.
+    m_refCount.fetch_add(1, std::memory_order_release);
 }
 
 void ObjectImpl::DecRef() const noexcept {
@@ -34,7 +35,8 @@ void ObjectImpl::DecRef() const noexcept {
 bool ObjectImpl::TryIncRef() const noexcept {
     int count = m_refCount.load(std::memory_order_relaxed);
     while (count != 0) {
-        if (m_refCount.compare_exchange_weak(count, count + 1, std::memory_order_relaxed)) {
+        if (m_refCount.compare_exchange_weak(
+                count, count + 1, std::memory_order_acquire, std::memory_order_relaxed)) {
             return true;
         }
     }

@@ -63,8 +63,10 @@ protected:
         desk = std::make_unique<Desktop>(std::move(options));
         desk->printer->onAct = [this, own = gate](const std::string& what) -> Pellum::Optional<std::string> {
             if (what == "wait") {
+                ++m_inside;
                 own->Wait();
                 wasCancelled = Tavik::ServerCall::Current()->IsCancelled();
+                --m_inside;
             }
             return what;
         };
@@ -74,6 +76,9 @@ protected:
     void TearDown() override {
         for (Gate& any : m_gates) {
             any.Open();
+        }
+        while (m_inside > 0) { // methods that an adapter has left behind
+            std::this_thread::yield();
         }
     }
 
@@ -88,6 +93,7 @@ protected:
 
 private:
     std::list<Gate> m_gates;
+    std::atomic<int> m_inside = 0;
 
 protected:
     Gate* gate = nullptr;

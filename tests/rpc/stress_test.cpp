@@ -139,7 +139,7 @@ TEST(StressTest, ThreadsMixWhatTheyLike) {
     Stress stress;
     std::vector<std::thread> threads;
     for (unsigned i = 0; i < 64; ++i) {
-        threads.emplace_back([&stress, i] { stress.Run(20'240'229 + i, 400); });
+        threads.emplace_back([&stress, i] { stress.Run(20'240'229 + i, 1000); });
     }
     for (std::thread& thread : threads) {
         thread.join();
