@@ -47,7 +47,7 @@ CallPool::CallPool(std::unique_ptr<const MessageCodec> codec, Dispatcher* server
     : m_codec(std::move(codec)),
       m_server(server),
       m_options(std::move(options)),
-      m_outOfMemory("a call failed, because there is no memory") {
+      m_outOfMemory(std::make_unique<CallException>("a call failed, because there is no memory")) {
     if (m_codec == nullptr || server == nullptr) {
         throw Pellum::Exception("an adapter needs a codec and a server");
     }
@@ -343,7 +343,7 @@ void CallPool::Finish(PendingCall& call, Outcome outcome) {
         exception = call.GetFacts().MakeException(outcome);
     } catch (const std::bad_alloc&) { // NOLINT(bugprone-empty-catch): see below.
     }
-    CallBack(call, exception != nullptr ? exception.get() : &m_outOfMemory, nullptr);
+    CallBack(call, exception != nullptr ? exception.get() : m_outOfMemory.get(), nullptr);
 }
 
 void CallPool::CallBack(PendingCall& call, Pellum::Exception* exception, Any* result) const {

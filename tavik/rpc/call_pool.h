@@ -83,7 +83,7 @@ private:
     void RunWorker(Worker& worker);
     void RunCompleter();
     void Run(PendingCall& call);
-    void Complete(PendingCall& call, std::string_view response);
+    void Complete(PendingCall& call, std::string_view bytes);
     /// The end of an asynchronous call, for who claimed it, while no lock is held.
     void Finish(PendingCall& call, Outcome outcome);
     void CallBack(PendingCall& call, Pellum::Exception* exception, Any* result) const;
@@ -100,7 +100,8 @@ private:
     const Pellum::Ref<Dispatcher> m_server;
     const InProcessOptions m_options;
     CorrelationIds m_correlationIds;
-    CallException m_outOfMemory; ///< for when there is none to make another
+    /// For when there is no memory to make another.
+    const std::unique_ptr<Pellum::Exception> m_outOfMemory;
 
     std::mutex m_shutdownMutex; ///< held by one thread that waits for the end; taken before the other
     std::mutex m_mutex;         ///< guards what follows

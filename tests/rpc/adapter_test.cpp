@@ -59,18 +59,19 @@ std::string EndOf(Tavik::CallFuture<void>& call) {
 class AdapterTest : public testing::Test {
 protected:
     void Open(InProcessOptions options = {}) {
-        gate = &m_gates.emplace_back();
-        desk = std::make_unique<Desktop>(std::move(options));
-        desk->printer->onAct = [this, own = gate](const std::string& what) -> Pellum::Optional<std::string> {
+        m_gate = &m_gates.emplace_back();
+        m_desk = std::make_unique<Desktop>(std::move(options));
+        m_desk->printer->onAct = [this,
+                                  own = m_gate](const std::string& what) -> Pellum::Optional<std::string> {
             if (what == "wait") {
                 ++m_inside;
                 own->Wait();
-                wasCancelled = Tavik::ServerCall::Current()->IsCancelled();
+                m_wasCancelled = Tavik::ServerCall::Current()->IsCancelled();
                 --m_inside;
             }
             return what;
         };
-        stub = desk->Connect();
+        m_stub = m_desk->Connect();
     }
 
     void TearDown() override {
@@ -84,21 +85,21 @@ protected:
 
     /// Occupies a thread of the pool.
     Tavik::CallFuture<void> Occupy() {
-        auto call = StartAct(*stub, "wait");
-        EXPECT_TRUE(gate->AwaitVisitor());
+        auto call = StartAct(*m_stub, "wait");
+        EXPECT_TRUE(m_gate->AwaitVisitor());
         return call;
     }
 
-    std::atomic<bool> wasCancelled = false;
+    std::atomic<bool> m_wasCancelled = false;
 
 private:
     std::list<Gate> m_gates;
     std::atomic<int> m_inside = 0;
 
 protected:
-    Gate* gate = nullptr;
-    std::unique_ptr<Desktop> desk;
-    Ref<Desk::PhotoPrinterStub> stub;
+    Gate* m_gate = nullptr;
+    std::unique_ptr<Desktop> m_desk;
+    Ref<Desk::PhotoPrinterStub> m_stub;
 };
 
 TEST_F(AdapterTest, CarriesCopiesBothWays) {
@@ -107,47 +108,47 @@ TEST_F(AdapterTest, CarriesCopiesBothWays) {
     sheet->SetTitle("a");
     sheet->SetPassword(std::string("sesame"));
     Ref<Desk::Sheet> back;
-    stub->Echo(sheet.Get(), back);
+    m_stub->Echo(sheet.Get(), back);
     EXPECT_NE(back.Get(), sheet.Get());
     EXPECT_TRUE(back->_IsEqual(sheet.Get(), false));
-    stub->Echo(nullptr, back);
+    m_stub->Echo(nullptr, back);
     EXPECT_EQ(back.Get(), nullptr);
-    EXPECT_EQ(stub->Print(sheet.Get(), {}, "1"), 1);
-    EXPECT_NE(desk->printer->lastSheet.Get(), sheet.Get());
+    EXPECT_EQ(m_stub->Print(sheet.Get(), {}, "1"), 1);
+    EXPECT_NE(m_desk->printer->lastSheet.Get(), sheet.Get());
     Ref<Tavik::DataArray<Desk::Sheet>> queue;
-    stub->GetQueue(queue);
+    m_stub->GetQueue(queue);
     ASSERT_EQ(queue->GetLength(), 1U);
     EXPECT_TRUE((*queue)[0]->_IsEqual(sheet.Get(), false));
     Ref<Tavik::MoRef> neighbour;
-    stub->Neighbour(neighbour);
+    m_stub->Neighbour(neighbour);
     EXPECT_EQ(neighbour->GetId(), "1");
     EXPECT_EQ(&neighbour->GetTypeInfo(), &Desk::gDeskPhotoPrinterTypeInfo);
-    EXPECT_EQ(stub->Align(-3), -3'000'000'000);
+    EXPECT_EQ(m_stub->Align(-3), -3'000'000'000);
 }
 
 TEST_F(AdapterTest, ThrowsFaultsAsTheirOwnClasses) {
     Open();
-    desk->printer->onAct = [](const std::string& what) -> Pellum::Optional<std::string> {
+    m_desk->printer->onAct = [](const std::string& what) -> Pellum::Optional<std::string> {
         throw Desk::Jam::Exception(7, what);
     };
     try {
-        stub->Act("ink");
+        m_stub->Act("ink");
         FAIL();
     } catch (const Desk::Jam::Exception& jam) {
         EXPECT_EQ(jam.GetFault()->GetTray(), 7);
         EXPECT_EQ(jam.GetFault()->GetWhy(), "ink");
     }
-    auto call = StartAct(*stub);
+    auto call = StartAct(*m_stub);
     EXPECT_THROW(call.Get(), Desk::Jam::Exception);
     const auto notText = Pellum::MakeRef<Desk::Sheet>();
     notText->SetTitle("\xFF");
-    EXPECT_THROW(stub->Print(notText.Get(), {}, ""), Tavik::MessageException);
+    EXPECT_THROW(m_stub->Print(notText.Get(), {}, ""), Tavik::MessageException);
     notText->SetTitle("");
-    desk->printer->lastSheet = Pellum::MakeRef<Desk::Sheet>();
-    EXPECT_THROW(stub->Print(nullptr, {}, ""), Orlin::Fault::InvalidArgument::Exception);
+    m_desk->printer->lastSheet = Pellum::MakeRef<Desk::Sheet>();
+    EXPECT_THROW(m_stub->Print(nullptr, {}, ""), Orlin::Fault::InvalidArgument::Exception);
     Ref<ScheduledItem> item;
     std::string told;
-    stub->Echo(
+    m_stub->Echo(
         [&] {
             notText->SetTitle("\xFF");
             return notText.Get();
@@ -164,7 +165,7 @@ TEST_F(AdapterTest, ThrowsFaultsAsTheirOwnClasses) {
 
 TEST_F(AdapterTest, EndsAtTheDeadlineWhateverTheMethodDoes) {
     Open({.threads = 1});
-    const auto hurried = desk->Connect(Within(50).Get());
+    const auto hurried = m_desk->Connect(Within(50).Get());
     const auto start = std::chrono::steady_clock::now();
     try {
         hurried->Act("wait");
@@ -175,51 +176,51 @@ TEST_F(AdapterTest, EndsAtTheDeadlineWhateverTheMethodDoes) {
             AllOf(HasSubstr("desk.Printer.act on DeskPhotoPrinter \"1\""), HasSubstr(" ms (call ")));
     }
     // The only thread is stuck: these wait for it, and are never run.
-    EXPECT_EQ(EndOf([&] { desk->Connect(Within(20).Get())->Act(""); }), "timed out");
-    auto call = StartAct(*desk->Connect(Within(20).Get()));
+    EXPECT_EQ(EndOf([&] { m_desk->Connect(Within(20).Get())->Act(""); }), "timed out");
+    auto call = StartAct(*m_desk->Connect(Within(20).Get()));
     EXPECT_EQ(EndOf(call), "timed out");
     EXPECT_LT(std::chrono::steady_clock::now() - start, 10s);
-    gate->Open();
-    stub->Act("");
-    EXPECT_EQ(desk->printer->runs, 2);
-    EXPECT_TRUE(wasCancelled);
-    EXPECT_EQ(EndOf([&] { desk->Connect(Within(-1).Get())->Act(""); }), "timed out");
-    EXPECT_EQ(desk->printer->runs, 2);
+    m_gate->Open();
+    m_stub->Act("");
+    EXPECT_EQ(m_desk->printer->runs, 2);
+    EXPECT_TRUE(m_wasCancelled);
+    EXPECT_EQ(EndOf([&] { m_desk->Connect(Within(-1).Get())->Act(""); }), "timed out");
+    EXPECT_EQ(m_desk->printer->runs, 2);
 
     Open({.defaultTimeout = 20ms});
-    EXPECT_EQ(EndOf([&] { stub->Act("wait"); }), "timed out");
+    EXPECT_EQ(EndOf([&] { m_stub->Act("wait"); }), "timed out");
 }
 
 TEST_F(AdapterTest, CancelsOnceWhatHasNotCompleted) {
     Open({.threads = 1});
     auto running = Occupy();
-    auto queued = StartAct(*stub);
+    auto queued = StartAct(*m_stub);
     EXPECT_TRUE(queued.Cancel());
     EXPECT_FALSE(queued.Cancel());
     EXPECT_EQ(EndOf(queued), "cancelled");
     EXPECT_TRUE(running.Cancel());
     EXPECT_EQ(EndOf(running), "cancelled");
-    gate->Open();
-    auto last = StartAct(*stub);
+    m_gate->Open();
+    auto last = StartAct(*m_stub);
     EXPECT_EQ(EndOf(last), "done");
     EXPECT_FALSE(last.Cancel());
-    EXPECT_EQ(desk->printer->runs, 2);
-    EXPECT_TRUE(wasCancelled);
+    EXPECT_EQ(m_desk->printer->runs, 2);
+    EXPECT_TRUE(m_wasCancelled);
 }
 
 TEST_F(AdapterTest, BoundsTheQueue) {
     Open({.threads = 1, .queueLimit = 2});
     auto running = Occupy();
-    auto first = StartAct(*stub);
-    auto second = StartAct(*stub);
-    auto third = StartAct(*stub);
+    auto first = StartAct(*m_stub);
+    auto second = StartAct(*m_stub);
+    auto third = StartAct(*m_stub);
     EXPECT_EQ(EndOf(third), "queue full");
-    EXPECT_EQ(EndOf([&] { desk->Connect(Within(20).Get())->Act(""); }), "timed out");
-    auto patient = std::async(std::launch::async, [&] { return EndOf([&] { stub->Act(""); }); });
+    EXPECT_EQ(EndOf([&] { m_desk->Connect(Within(20).Get())->Act(""); }), "timed out");
+    auto patient = std::async(std::launch::async, [&] { return EndOf([&] { m_stub->Act(""); }); });
     EXPECT_EQ(patient.wait_for(20ms), std::future_status::timeout);
     EXPECT_TRUE(second.Cancel()); // makes room
-    auto fourth = StartAct(*stub);
-    gate->Open();
+    auto fourth = StartAct(*m_stub);
+    m_gate->Open();
     EXPECT_EQ(patient.get(), "done");
     EXPECT_EQ(EndOf(first), "done");
 }
@@ -227,28 +228,28 @@ TEST_F(AdapterTest, BoundsTheQueue) {
 TEST_F(AdapterTest, MethodsCallBackOnTheirOwnThread) {
     Open({.threads = 1, .nestingLimit = 3});
     int depth = 0;
-    desk->printer->onAct = [&](const std::string& what) -> Pellum::Optional<std::string> {
+    m_desk->printer->onAct = [&](const std::string& what) -> Pellum::Optional<std::string> {
         ++depth;
-        EXPECT_EQ(&Tavik::ServerCall::Current()->GetTarget(), desk->printer.Get());
-        return stub->Act(what);
+        EXPECT_EQ(&Tavik::ServerCall::Current()->GetTarget(), m_desk->printer.Get());
+        return m_stub->Act(what);
     };
     EXPECT_EQ(
-        EndOf([&] { stub->Act(""); }),
+        EndOf([&] { m_stub->Act(""); }),
         "orlin.fault.SystemError: reason = \"the server failed to run the call\"");
     EXPECT_EQ(depth, 4);
-    EXPECT_THAT(desk->GetLog().front(), HasSubstr("3 calls run inside of each other"));
+    EXPECT_THAT(m_desk->GetLog().front(), HasSubstr("3 calls run inside of each other"));
 
-    desk->printer->onAct = [&](const std::string&) -> Pellum::Optional<std::string> {
+    m_desk->printer->onAct = [&](const std::string&) -> Pellum::Optional<std::string> {
         std::this_thread::sleep_for(30ms);
         return {};
     };
-    const auto late =
-        Tavik::StartFuture<void>([&](auto&, auto& item) { stub->Reset([&](auto*, auto*, auto*) {}, item); });
+    const auto late = Tavik::StartFuture<void>(
+        [&](auto&, auto& item) { m_stub->Reset([&](auto*, auto*, auto*) {}, item); });
     std::promise<std::string> nested;
     Ref<ScheduledItem> item;
-    stub->Reset(
+    m_stub->Reset(
         [&](auto*, auto*, auto*) {
-            nested.set_value(EndOf([&] { desk->Connect(Within(10).Get())->Act(""); }));
+            nested.set_value(EndOf([&] { m_desk->Connect(Within(10).Get())->Act(""); }));
         },
         item);
     EXPECT_EQ(nested.get_future().get(), "timed out");
@@ -256,60 +257,60 @@ TEST_F(AdapterTest, MethodsCallBackOnTheirOwnThread) {
 
 TEST_F(AdapterTest, SurvivesAnObjectThatGoesAway) {
     Open();
-    desk->printer->onAct = [this](const std::string&) -> Pellum::Optional<std::string> {
-        EXPECT_TRUE(desk->objects->Unregister(*desk->printer));
-        desk->printer = nullptr; // the call has the last count
+    m_desk->printer->onAct = [this](const std::string&) -> Pellum::Optional<std::string> {
+        EXPECT_TRUE(m_desk->objects->Unregister(*m_desk->printer));
+        m_desk->printer = nullptr; // the call has the last count
         return std::string("the end");
     };
-    EXPECT_EQ(*stub->Act("").Peek(), "the end");
-    EXPECT_THROW(stub->Act(""), Orlin::Fault::ManagedObjectNotFound::Exception);
-    auto call = StartAct(*stub);
+    EXPECT_EQ(*m_stub->Act("").Peek(), "the end");
+    EXPECT_THROW(m_stub->Act(""), Orlin::Fault::ManagedObjectNotFound::Exception);
+    auto call = StartAct(*m_stub);
     EXPECT_THROW(call.Get(), Orlin::Fault::ManagedObjectNotFound::Exception);
 }
 
 TEST_F(AdapterTest, LogsWhatCallbacksThrow) {
     Open();
     Ref<ScheduledItem> item;
-    stub->Reset([](auto*, auto*, auto*) { throw 5; }, item);
+    m_stub->Reset([](auto*, auto*, auto*) { throw 5; }, item);
     while (!item->IsDone()) {
         std::this_thread::yield();
     }
-    EXPECT_THAT(desk->GetLog(), ElementsAre(HasSubstr("something was thrown that is no exception")));
+    EXPECT_THAT(m_desk->GetLog(), ElementsAre(HasSubstr("something was thrown that is no exception")));
 }
 
 TEST_F(AdapterTest, ShutdownEndsEveryCall) {
     Open({.threads = 1, .queueLimit = 2, .shutdownTimeout = 20ms});
     auto running = Occupy();
-    auto queued = StartAct(*stub);
-    auto waiting = std::async(std::launch::async, [&] { return EndOf([&] { stub->Act(""); }); });
-    auto crowded = std::async(std::launch::async, [&] { return EndOf([&] { stub->Act(""); }); });
+    auto queued = StartAct(*m_stub);
+    auto waiting = std::async(std::launch::async, [&] { return EndOf([&] { m_stub->Act(""); }); });
+    auto crowded = std::async(std::launch::async, [&] { return EndOf([&] { m_stub->Act(""); }); });
     std::this_thread::sleep_for(20ms);
-    desk->adapter->Shutdown();
+    m_desk->adapter->Shutdown();
     EXPECT_EQ(EndOf(running), "closed"); // after the timeout, by then
     EXPECT_EQ(EndOf(queued), "closed");
     EXPECT_EQ(waiting.get(), "closed");
     EXPECT_EQ(crowded.get(), "closed");
-    EXPECT_EQ(EndOf([&] { stub->Act(""); }), "closed");
-    auto later = StartAct(*stub);
+    EXPECT_EQ(EndOf([&] { m_stub->Act(""); }), "closed");
+    auto later = StartAct(*m_stub);
     EXPECT_EQ(EndOf(later), "closed");
     EXPECT_FALSE(running.Cancel());
-    desk->adapter->Shutdown();
-    EXPECT_EQ(desk->printer->runs, 1);
-    gate->Open();
+    m_desk->adapter->Shutdown();
+    EXPECT_EQ(m_desk->printer->runs, 1);
+    m_gate->Open();
 }
 
 TEST_F(AdapterTest, ShutdownWaitsForMethodsAndCallbacks) {
     Open();
     std::atomic<int> finished = 0;
-    desk->printer->onAct = [&](const std::string&) -> Pellum::Optional<std::string> {
-        gate->Wait();
+    m_desk->printer->onAct = [&](const std::string&) -> Pellum::Optional<std::string> {
+        m_gate->Wait();
         std::this_thread::sleep_for(30ms);
         ++finished;
         return {};
     };
     Ref<ScheduledItem> item;
     std::string result;
-    stub->Act(
+    m_stub->Act(
         "",
         [&](ScheduledItem*, Pellum::Exception* exception, Tavik::Any*) {
             std::this_thread::sleep_for(30ms);
@@ -317,9 +318,9 @@ TEST_F(AdapterTest, ShutdownWaitsForMethodsAndCallbacks) {
             ++finished;
         },
         item);
-    ASSERT_TRUE(gate->AwaitVisitor());
-    gate->Open();
-    desk->adapter->Shutdown();
+    ASSERT_TRUE(m_gate->AwaitVisitor());
+    m_gate->Open();
+    m_desk->adapter->Shutdown();
     EXPECT_EQ(finished, 2);
     EXPECT_EQ(result, "done");
     EXPECT_TRUE(item->IsDone());
@@ -332,28 +333,28 @@ TEST_F(AdapterTest, MayBeShutDownAndDestroyedFromWithin) {
         Ref<ScheduledItem> item;
         const auto context = Within(fromCompleter ? 10 : 60'000);
         // The callback holds the last count of the adapter, and of a stub.
-        desk->Connect(context.Get())
+        m_desk->Connect(context.Get())
             ->Act(
                 fromCompleter ? "wait" : "",
-                [&, last = desk->Connect()](auto*, auto*, auto*) {
+                [&, last = m_desk->Connect()](auto*, auto*, auto*) {
                     last->_GetStubAdapter()->IncRef();
                     last->_GetStubAdapter()->DecRef();
-                    desk->adapter->Shutdown();
+                    m_desk->adapter->Shutdown();
                     EXPECT_EQ(EndOf([&] { last->Act(""); }), "closed");
-                    stub = nullptr;
-                    desk->adapter = nullptr;
+                    m_stub = nullptr;
+                    m_desk->adapter = nullptr;
                     shut.set_value();
                 },
                 item);
         EXPECT_EQ(shut.get_future().wait_for(20s), std::future_status::ready);
-        gate->Open();
+        m_gate->Open();
         while (!item->IsDone()) {
             std::this_thread::yield();
         }
-        desk->adapter =
-            new Tavik::InProcessAdapter(std::make_unique<Tavik::Json::MessageCodec>(), desk->server.Get());
+        m_desk->adapter =
+            new Tavik::InProcessAdapter(std::make_unique<Tavik::Json::MessageCodec>(), m_desk->server.Get());
     }
-    EXPECT_THAT(desk->GetLog(), IsEmpty());
+    EXPECT_THAT(m_desk->GetLog(), IsEmpty());
 }
 
 } // namespace

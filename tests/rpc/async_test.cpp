@@ -16,6 +16,7 @@ using Pellum::Ref;
 
 /// A coroutine that runs by itself, or is destroyed while it waits.
 struct Job {
+    // NOLINTNEXTLINE(readability-identifier-naming): the language's own name.
     struct promise_type {
         Job get_return_object() { return {std::coroutine_handle<promise_type>::from_promise(*this)}; }
 

@@ -70,7 +70,7 @@ Desktop::~Desktop() {
     adapter->Shutdown();
 }
 
-Pellum::Ref<Desk::PhotoPrinterStub> Desktop::Connect(Tavik::RequestContext* context) {
+Pellum::Ref<Desk::PhotoPrinterStub> Desktop::Connect(Tavik::RequestContext* context) const {
     return Pellum::MakeRef<Desk::PhotoPrinterStub>(printer->_GetRef(), adapter.Get(), context);
 }
 

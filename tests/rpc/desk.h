@@ -48,7 +48,7 @@ public:
     ~Desktop();
 
     /// A new stub of the printer.
-    Pellum::Ref<Desk::PhotoPrinterStub> Connect(Tavik::RequestContext* context = nullptr);
+    Pellum::Ref<Desk::PhotoPrinterStub> Connect(Tavik::RequestContext* context = nullptr) const;
 
     /// What the server was told of failures.
     std::vector<std::string> GetLog();

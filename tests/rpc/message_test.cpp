@@ -34,7 +34,7 @@ Pellum::Ref<Desk::Sheet> MakeSheet() {
     return sheet;
 }
 
-std::string EncodePrint(Tavik::Arguments arguments) {
+std::string EncodePrint(const Tavik::Arguments& arguments) {
     const auto target = Pellum::MakeRef<Tavik::MoRef>(&Desk::gDeskPrinterTypeInfo, "1 \"and\" 2");
     const auto context = Speaking("desk.version.version2")->WithSessionKey("the key")->WithLocale("en_US");
     std::string text;

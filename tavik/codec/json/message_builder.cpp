@@ -270,6 +270,7 @@ void RequestBuilder::BeginArgument(std::string_view name) {
     }
     if (position == parameters.size()) {
         std::vector<std::string> known;
+        known.reserve(parameters.size());
         for (const CallValue& parameter : parameters) {
             known.emplace_back(parameter.descriptor->name);
         }
