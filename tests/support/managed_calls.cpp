@@ -34,21 +34,6 @@ void ExpectPassed(const Any* given, const Any* received) {
     EXPECT_TRUE(received->_IsEqual(given, false)) << given->ToString() << " became " << received->ToString();
 }
 
-/// A getter that a derived type declares again just so is the derived type's.
-const ManagedMethod* FindMostDerived(const ManagedMethod& method, const ManagedObjectType& derived) {
-    for (const ManagedObjectType* type = &derived; method.IsPropertyGetter() && type != &method.GetOwner();
-         type = type->GetBaseType()) {
-        for (const auto& other : type->GetMethodObjects()) {
-            const PropertyDescriptor* property = other->GetPropertyDescriptor();
-            if (property != nullptr && property->name == std::string_view(method.GetName())
-                && property->type == method.GetPropertyDescriptor()->type) {
-                return other.get();
-            }
-        }
-    }
-    return &method;
-}
-
 /// The arguments and the result that a call is declared with.
 struct Declared {
     explicit Declared(const ManagedMethod& method) {
@@ -77,6 +62,20 @@ std::vector<const ManagedObjectType*> AllManagedTypes() {
         }
     }
     return found;
+}
+
+const ManagedMethod* FindMostDerived(const ManagedMethod& method, const ManagedObjectType& derived) {
+    for (const ManagedObjectType* type = &derived; method.IsPropertyGetter() && type != &method.GetOwner();
+         type = type->GetBaseType()) {
+        for (const auto& other : type->GetMethodObjects()) {
+            const PropertyDescriptor* property = other->GetPropertyDescriptor();
+            if (property != nullptr && property->name == std::string_view(method.GetName())
+                && property->type == method.GetPropertyDescriptor()->type) {
+                return other.get();
+            }
+        }
+    }
+    return &method;
 }
 
 int ExpectCallsToPass(const ManagedObjectType& type, unsigned seed) {
