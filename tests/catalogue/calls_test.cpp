@@ -25,9 +25,6 @@
 namespace {
 
 using namespace CatalogueTests;
-using Orlin::Fault::InvalidArgument;
-using Orlin::Fault::InvalidRequest;
-using Orlin::Fault::SystemError;
 using Pellum::MakeRef;
 using Pellum::Ref;
 using Tavik::Any;
@@ -68,22 +65,22 @@ struct Callee {
         return result;
     }
 
-    /// The fault that the call ends by, which has to be thrown as its own class; an empty one when it does
-    /// not end by such a fault.
+    /// The fault that the call ends by, which has to be thrown as its own class; an empty one after any other
+    /// end.
     template <class F>
     Ref<F> Catch(const Tavik::Arguments& arguments) const {
         try {
             Call(arguments);
+            ADD_FAILURE() << "the call ended without a fault";
         } catch (MethodFault::Exception& exception) {
-            const std::unique_ptr<MethodFault::Exception> own(exception.GetFault()->CreateException());
-            EXPECT_EQ(typeid(exception), typeid(*own));
+            const std::unique_ptr<Pellum::Exception> expected(exception.GetFault()->CreateException());
+            const Pellum::Exception& own = *expected;
+            EXPECT_EQ(typeid(exception), typeid(own));
             if (auto* fault = dynamic_cast<F*>(exception.GetFault())) {
                 return Ref<F>(fault);
             }
             ADD_FAILURE() << exception.what();
-            return MakeRef<F>();
         }
-        ADD_FAILURE() << "the call ended without a fault";
         return MakeRef<F>();
     }
 };
@@ -174,7 +171,7 @@ protected:
 
     /// What happened on the server is hidden, but for a correlation identifier, which its log knows.
     void ExpectSystemError(const Callee& callee, const Tavik::Arguments& arguments) {
-        const auto error = callee.Catch<SystemError>(arguments);
+        const auto error = callee.Catch<Orlin::Fault::SystemError>(arguments);
         EXPECT_NE(error->GetCorrelationId(), "");
         const std::lock_guard lock(m_mutex);
         EXPECT_EQ(error->GetCorrelationId(), m_lastFailure);
@@ -247,7 +244,7 @@ TEST_F(CatalogueCalls, CarryNullAndNoResultOfAnotherClass) {
 
 TEST_F(CatalogueCalls, CarryFaultsThatAreDeclared) {
     Tavik::TypeRegistry& registry = Tavik::TypeRegistry::Instance();
-    const std::vector<const DataObjectType*> types = TestSupport::AllDataTypes();
+    const DataTypes types = TestSupport::AllDataTypes();
     TestSupport::RandomObjects random;
     std::size_t declared = 0;
     std::size_t derived = 0;
@@ -300,7 +297,7 @@ TEST_F(CatalogueCalls, ArePartOfVersions) {
             if (!Has(number, callee.method.GetVersionName())
                 || !Has(number, callee.method.GetOwner().GetInfo().version)) {
                 ++refused;
-                callee.Catch<InvalidRequest>(MakeArguments(callee.method));
+                callee.Catch<Orlin::Fault::InvalidRequest>(MakeArguments(callee.method));
                 return;
             }
             const Tavik::Arguments given = MakeArguments(callee.method, &version);
@@ -338,7 +335,7 @@ TEST_F(CatalogueCalls, RefuseArgumentsThatAreMissingOrWrong) {
                 if (callee.way == Way::Dispatched && !fitsStub) {
                     EXPECT_THROW(callee.Call(arguments), Pellum::TypeMismatchException);
                 } else {
-                    const auto fault = callee.Catch<InvalidArgument>(arguments);
+                    const auto fault = callee.Catch<Orlin::Fault::InvalidArgument>(arguments);
                     EXPECT_EQ(fault->GetInvalidProperty(), parameter.descriptor->name);
                 }
             };
