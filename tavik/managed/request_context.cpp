@@ -1,6 +1,7 @@
 #include "tavik/managed/request_context.h"
 
 #include "tavik/type/version.h"
+#include "tavik/value/json_text.h"
 
 #include <utility>
 
@@ -50,7 +51,8 @@ std::string RequestContext::ToString() const {
         text += ", version " + m_values.version->GetName();
     }
     if (!m_values.locale.empty()) {
-        text += ", locale " + m_values.locale;
+        text += ", locale ";
+        AppendQuoted(text, m_values.locale);
     }
     if (m_values.deadline) {
         const auto left =
@@ -58,7 +60,8 @@ std::string RequestContext::ToString() const {
         text += ", " + std::to_string(left.count()) + " ms left";
     }
     if (!m_values.correlationId.empty()) {
-        text += ", correlation " + m_values.correlationId;
+        text += ", correlation ";
+        AppendQuoted(text, m_values.correlationId); // a peer may have chosen it
     }
     return text;
 }

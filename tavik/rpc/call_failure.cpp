@@ -10,6 +10,28 @@
 
 namespace Tavik {
 
+namespace {
+
+/// The text with control characters as escapes: what peers and exceptions say must not look like other lines.
+std::string OneLine(std::string_view text) {
+    constexpr char kDigits[] = "0123456789abcdef";
+    std::string line;
+    line.reserve(text.size());
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x20 || byte == 0x7f) {
+            line += "\\x";
+            line += kDigits[byte >> 4U];
+            line += kDigits[byte & 0xfU];
+        } else {
+            line += c;
+        }
+    }
+    return line;
+}
+
+} // namespace
+
 std::string CallFailure::ToString() const {
     std::string text = correlationId.empty() ? "call" : "call " + std::string(correlationId);
     if (method != nullptr && target != nullptr) {
@@ -18,11 +40,12 @@ std::string CallFailure::ToString() const {
     try {
         std::rethrow_exception(exception);
     } catch (const std::exception& error) {
-        text += ": " + Pellum::Demangle(typeid(error)) + ": " + error.what();
+        const char* const what = error.what(); // other people's classes may have none
+        text += ": " + Pellum::Demangle(typeid(error)) + ": " + (what != nullptr ? what : "no text");
     } catch (...) {
         text += ": something was thrown that is no exception";
     }
-    return text;
+    return OneLine(text);
 }
 
 void Report(const FailureLog& log, const CallFailure& failure) noexcept {

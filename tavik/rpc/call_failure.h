@@ -19,7 +19,8 @@ struct TAVIK_API CallFailure {
     const MoRef* target;            ///< the same
     std::exception_ptr exception;
 
-    /// One line for people: the call, the exception's class and text.
+    /// One line for people, whatever the correlation id and the exception say: the call, the exception's
+    /// class and text.
     std::string ToString() const;
 };
 

@@ -231,6 +231,33 @@ TEST(DispatchTest, TellsTheClientWhatIsItsBusiness) {
     EXPECT_EQ(Serve(desk, Ask("DeskAct", R"("what": "")")), hidden);
 }
 
+/// A class of somebody else's.
+class Speechless final : public std::exception {
+public:
+    const char* what() const noexcept override { return nullptr; }
+};
+
+TEST(DispatchTest, LogsOneLineWhateverIsSaid) {
+    Desktop desk;
+    desk.printer->onAct = [](const std::string& what) -> Pellum::Optional<std::string> {
+        EXPECT_THAT(
+            Tavik::ServerCall::Current()->GetContext().ToString(), HasSubstr(R"(correlation "a\ncall b")"));
+        if (what.empty()) {
+            throw Speechless();
+        }
+        throw std::runtime_error(what);
+    };
+    const auto context = Pellum::MakeRef<Tavik::RequestContext>()->WithCorrelationId("a\ncall b");
+    for (const char* const what : {"", "c\x1b[2J"}) {
+        EXPECT_THROW(desk.Connect(context.Get())->Act(what), Orlin::Fault::SystemError::Exception);
+    }
+    const std::string call = R"(call a\x0acall b of desk.Printer.act on DeskPhotoPrinter "1": )";
+    EXPECT_THAT(
+        desk.GetLog(), ElementsAre(
+                           AllOf(HasSubstr(call), HasSubstr("Speechless: no text")),
+                           call + R"(std::runtime_error: c\x1b[2J)"));
+}
+
 TEST(DispatchTest, HonoursTheVersionBothWays) {
     Desktop desk;
     const auto sheet = Pellum::MakeRef<Desk::Sheet>();
