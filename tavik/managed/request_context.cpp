@@ -3,6 +3,7 @@
 #include "tavik/type/version.h"
 #include "tavik/value/json_text.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Tavik {
@@ -38,7 +39,8 @@ Pellum::Ref<RequestContext> RequestContext::WithDeadline(std::optional<Clock::ti
 }
 
 Pellum::Ref<RequestContext> RequestContext::WithTimeout(Clock::duration timeout) const {
-    return WithDeadline(Clock::now() + timeout);
+    const Clock::time_point now = Clock::now();
+    return WithDeadline(timeout < Clock::time_point::max() - now ? now + timeout : Clock::time_point::max());
 }
 
 Pellum::Ref<RequestContext> RequestContext::WithCorrelationId(std::string id) const {
@@ -55,8 +57,9 @@ std::string RequestContext::ToString() const {
         AppendQuoted(text, m_values.locale);
     }
     if (m_values.deadline) {
+        const Clock::time_point now = Clock::now();
         const auto left =
-            std::chrono::duration_cast<std::chrono::milliseconds>(*m_values.deadline - Clock::now());
+            std::chrono::duration_cast<std::chrono::milliseconds>(std::max(*m_values.deadline, now) - now);
         text += ", " + std::to_string(left.count()) + " ms left";
     }
     if (!m_values.correlationId.empty()) {

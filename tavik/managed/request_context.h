@@ -52,7 +52,7 @@ public:
     [[nodiscard]] Pellum::Ref<RequestContext> WithVersion(const Version* version) const;
     [[nodiscard]] Pellum::Ref<RequestContext> WithLocale(std::string locale) const;
     [[nodiscard]] Pellum::Ref<RequestContext> WithDeadline(std::optional<Clock::time_point> deadline) const;
-    /// A deadline so long from now.
+    /// A deadline so long from now; none of the durations is too long.
     [[nodiscard]] Pellum::Ref<RequestContext> WithTimeout(Clock::duration timeout) const;
     [[nodiscard]] Pellum::Ref<RequestContext> WithCorrelationId(std::string id) const;
 

@@ -95,6 +95,8 @@ private:
     void RemoveTimer(PendingCall& call);
     void EndLateCalls();
     void StopCompleterWhenIdle();
+    /// One that can be joined; null when there is none. The completer has been told to stop.
+    std::thread* FindEndedThread();
 
     const std::unique_ptr<const MessageCodec> m_codec;
     const Pellum::Ref<Dispatcher> m_server;

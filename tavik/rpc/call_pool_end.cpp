@@ -2,8 +2,8 @@
 
 #include "tavik/rpc/call_pool.h"
 
+#include <algorithm>
 #include <utility>
-#include <vector>
 
 namespace Tavik::Rpc {
 
@@ -99,34 +99,38 @@ void CallPool::Shutdown() {
 }
 
 void CallPool::WaitForEnd() {
-    std::vector<std::thread> ended;
-    {
-        Lock lock(m_mutex);
-        if (!m_hasEnded) { // who is left behind once is not waited for again
-            m_finished.wait_for(lock, m_options.shutdownTimeout, [this] { return m_living == 0; });
-        }
-        m_hasEnded = true;
-        for (const auto& worker : m_workers) {
-            if (worker->current.Get() != nullptr) {
-                End(*worker->current, Outcome::Closed);
-            }
-        }
-        m_stopCompleter = true;
-        m_completerWork.notify_one();
-        m_finished.wait(lock, [this] { return m_callbacks.load() == 0; });
-        for (const auto& worker : m_workers) {
-            if (worker->finished && worker->thread.joinable()) {
-                ended.push_back(std::move(worker->thread));
-            }
-        }
-        if (m_completer.joinable()) {
-            ended.push_back(std::move(m_completer));
+    Lock lock(m_mutex);
+    if (!m_hasEnded) { // who is left behind once is not waited for again
+        m_finished.wait_for(
+            lock, std::min(m_options.shutdownTimeout, kForever), [this] { return m_living == 0; });
+    }
+    m_hasEnded = true;
+    for (const auto& worker : m_workers) {
+        if (worker->current.Get() != nullptr) {
+            End(*worker->current, Outcome::Closed);
         }
     }
-    for (std::thread& thread : ended) {
+    m_stopCompleter = true;
+    m_completerWork.notify_one();
+    m_finished.wait(lock, [this] { return m_callbacks.load() == 0; });
+    // One by one, which needs no memory: this is part of the adapter's end.
+    while (std::thread* const ended = FindEndedThread()) {
+        std::thread thread = std::move(*ended);
+        lock.unlock();
         thread.join();
+        lock.lock();
     }
+    lock.unlock();
     LeaveThreads();
+}
+
+std::thread* CallPool::FindEndedThread() {
+    for (const auto& worker : m_workers) {
+        if (worker->finished && worker->thread.joinable()) {
+            return &worker->thread;
+        }
+    }
+    return m_completer.joinable() ? &m_completer : nullptr;
 }
 
 void CallPool::LeaveThreads() {

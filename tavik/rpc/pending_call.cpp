@@ -25,7 +25,10 @@ CallFacts::CallFacts(const StubAdapter::Call& call, std::optional<Clock::duratio
         deadline = call.context->GetDeadline();
     }
     if (!deadline && defaultTimeout) {
-        deadline = startedAt + *defaultTimeout;
+        deadline = startedAt + std::min(*defaultTimeout, kForever);
+    }
+    if (deadline && *deadline >= startedAt + kForever) {
+        deadline.reset();
     }
 }
 
@@ -33,14 +36,14 @@ std::optional<std::chrono::milliseconds> CallFacts::GetTimeout() const {
     if (!deadline) {
         return {};
     }
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*deadline - Clock::now());
-    return std::max(left, std::chrono::milliseconds(0));
+    const Clock::time_point now = Clock::now();
+    return std::chrono::ceil<std::chrono::milliseconds>(std::max(*deadline, now) - now);
 }
 
 std::unique_ptr<Pellum::Exception> CallFacts::MakeException(Outcome outcome) const {
     const std::string call = DescribeCall(*method, *target);
-    const std::string after =
-        " after " + ToMilliseconds(Clock::now() - startedAt) + " (call " + correlationId + ')';
+    const std::string after = " after " + ToMilliseconds(Clock::now() - startedAt)
+                            + (correlationId.empty() ? "" : " (call " + correlationId + ')');
     switch (outcome) {
     case Outcome::TimedOut: return std::make_unique<CallTimedOutException>(call + " timed out" + after);
     case Outcome::Cancelled: return std::make_unique<CallCancelledException>(call + " was cancelled" + after);

@@ -24,6 +24,9 @@ class PendingCall;
 using Clock = std::chrono::steady_clock;
 using Timers = std::multimap<Clock::time_point, PendingCall*>;
 
+/// Whoever waits longer waits for ever: what the longest durations lead to is more than a clock can count.
+inline constexpr Clock::duration kForever = std::chrono::hours(24 * 365 * 10);
+
 /// How a call ended.
 enum class Outcome {
     None,

@@ -191,6 +191,32 @@ TEST_F(AdapterTest, EndsAtTheDeadlineWhateverTheMethodDoes) {
     EXPECT_EQ(EndOf([&] { m_stub->Act("wait"); }), "timed out");
 }
 
+TEST_F(AdapterTest, TakesTheLongestAndTheShortestTimes) {
+    using Clock = Tavik::RequestContext::Clock;
+    Open({.defaultTimeout = Clock::duration::max(), .shutdownTimeout = Clock::duration::max()});
+    const auto context = Pellum::MakeRef<Tavik::RequestContext>();
+    const std::vector<std::pair<Ref<Tavik::RequestContext>, std::string>> table{
+        {context, "done"},
+        {context->WithTimeout(Clock::duration::max()), "done"},
+        {context->WithDeadline(Clock::time_point::max()), "done"},
+        {context->WithTimeout(Clock::duration::min()), "timed out"},
+        {context->WithDeadline(Clock::time_point::min()), "timed out"},
+    };
+    for (const auto& [own, end] : table) {
+        const auto other = desk->Connect(own.Get());
+        EXPECT_EQ(EndOf([&] { other->Act(""); }), end) << own->ToString();
+        auto call = StartAct(*other);
+        EXPECT_EQ(EndOf(call), end) << own->ToString();
+    }
+    auto running = Occupy();
+    auto opener = std::async(std::launch::async, [this] {
+        std::this_thread::sleep_for(20ms);
+        gate->Open();
+    });
+    desk->adapter->Shutdown(); // does not leave the method behind
+    EXPECT_EQ(EndOf(running), "done");
+}
+
 TEST_F(AdapterTest, CancelsOnceWhatHasNotCompleted) {
     Open({.threads = 1});
     auto running = Occupy();
