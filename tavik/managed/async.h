@@ -105,21 +105,22 @@ template <class R, CallStarter Start>
 [[nodiscard]] CallFuture<R> StartFuture(Start&& start) {
     auto promise = std::make_shared<std::promise<R>>();
     std::future<R> future = promise->get_future();
-    const Completion completion =
-        [promise =
-             std::move(promise)](Pellum::System::ScheduledItem*, Pellum::Exception* exception, Any* result) {
-            try {
-                if (exception != nullptr) {
-                    promise->set_exception(Async::Keep(*exception));
-                } else if constexpr (std::is_void_v<R>) {
-                    promise->set_value();
-                } else {
-                    promise->set_value(Async::Unbox<R>(result));
-                }
-            } catch (const Pellum::Exception&) {
-                promise->set_exception(std::current_exception());
+    const Completion completion = [promise = std::move(promise)](
+                                      Pellum::System::ScheduledItem*, Pellum::Exception* exception,
+                                      Any* result) {
+        try {
+            if (exception != nullptr) {
+                promise->set_exception(Async::Keep(*exception));
+            } else if constexpr (std::is_void_v<R>) {
+                promise->set_value();
+            } else {
+                R value = Async::Unbox<R>(result); // what this throws is thrown before the promise is kept
+                promise->set_value(std::move(value));
             }
-        };
+        } catch (...) {
+            promise->set_exception(std::current_exception());
+        }
+    };
     Pellum::Ref<Pellum::System::ScheduledItem> item;
     std::invoke(start, completion, item);
     return {std::move(future), std::move(item)};

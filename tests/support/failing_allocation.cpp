@@ -91,3 +91,11 @@ void operator delete(void* block, std::size_t /*size*/) noexcept {
 void operator delete[](void* block, std::size_t /*size*/) noexcept {
     TestSupport::Free(block);
 }
+
+void operator delete(void* block, const std::nothrow_t& /*tag*/) noexcept {
+    TestSupport::Free(block);
+}
+
+void operator delete[](void* block, const std::nothrow_t& /*tag*/) noexcept {
+    TestSupport::Free(block);
+}
