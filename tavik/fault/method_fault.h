@@ -134,7 +134,9 @@ public:                                                                         
 
 namespace Tavik {
 
-/// `orlin.RuntimeFault`: base of the faults that any method may raise without declaring them.
+/// `orlin.RuntimeFault`: base of the runtime's own faults (`Orlin::Fault`), which a call of any method may
+/// end by, and of those of interfaces, which reach a client only from methods that declare them: see
+/// `Dispatcher`.
 class TAVIK_API RuntimeFault : public MethodFault {
 public:
     RuntimeFault() noexcept;
