@@ -94,6 +94,17 @@ std::string MemberType(const Model::Property& property) {
     return {};
 }
 
+std::string ParameterType(const Model::Property& property) {
+    switch (FormOf(property)) {
+    case Form::Value: return ElementType(property);
+    case Form::Text:
+    case Form::Optional: return "const " + MemberType(property) + "&";
+    case Form::Object: return ElementType(property) + "*";
+    case Form::Array: return ArrayType(property) + "*";
+    }
+    return {};
+}
+
 std::string BaseClass(const Model::DataType& type) {
     const Model::BuiltinType* builtin = type.base->AsBuiltin();
     const std::string base =

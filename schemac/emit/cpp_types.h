@@ -27,6 +27,9 @@ std::string ArrayType(const Model::Property& property);
 /// The type of the member that holds the property.
 std::string MemberType(const Model::Property& property);
 
+/// The type of a parameter that is given the property: "const std::string&", "bool", "Tavik::MoRef*".
+std::string ParameterType(const Model::Property& property);
+
 /// What a class derives from: "Tavik::DynamicData" or a generated class, with the place for open content
 /// around it when the type is the first one to have any.
 std::string BaseClass(const Model::DataType& type);

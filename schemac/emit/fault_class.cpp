@@ -43,17 +43,6 @@ std::string BaseException(const Model::DataType& type) {
     return base + "::" + Naming::ExceptionClass(*type.base);
 }
 
-std::string ParameterType(const Model::Property& property) {
-    switch (FormOf(property)) {
-    case Form::Value: return ElementType(property);
-    case Form::Text: return "const " + ElementType(property) + "&";
-    case Form::Optional: return "const " + MemberType(property) + "&";
-    case Form::Object: return ElementType(property) + "*";
-    case Form::Array: return ArrayType(property) + "*";
-    }
-    return {};
-}
-
 /// Whether an argument for the only property would be taken for the fault itself.
 bool IsTakenForFault(const Model::DataType& type) {
     if (type.properties.size() != 1 || type.properties.front().isArray) {

@@ -83,17 +83,6 @@ std::string OutType(const Model::Property* result) {
     return form == Form::Array ? ArrayType(*result) : form == Form::Object ? ElementType(*result) : "";
 }
 
-std::string ParameterType(const Model::Property& parameter) {
-    switch (FormOf(parameter)) {
-    case Form::Value: return ElementType(parameter);
-    case Form::Text:
-    case Form::Optional: return "const " + MemberType(parameter) + "&";
-    case Form::Object: return ElementType(parameter) + "*";
-    case Form::Array: return ArrayType(parameter) + "*";
-    }
-    return {};
-}
-
 std::string NamedParameters(
     const std::vector<Model::Property>& parameters, const std::vector<std::string>& more) {
     std::vector<std::string> names;

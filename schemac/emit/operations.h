@@ -44,9 +44,6 @@ std::string ReturnType(const Model::Property* result);
 /// otherwise.
 std::string OutType(const Model::Property* result);
 
-/// The type of a parameter: "const std::string&", "bool", "Tavik::MoRef*".
-std::string ParameterType(const Model::Property& parameter);
-
 /// The parameters with the names of the schema, in brackets; `more` stands behind them, types and names by
 /// turns.
 std::string NamedParameters(
