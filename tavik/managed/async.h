@@ -9,7 +9,6 @@
 #include "tavik/value/boxing.h"
 
 #include <atomic>
-#include <concepts>
 #include <coroutine>
 #include <exception>
 #include <functional>
@@ -33,9 +32,10 @@ namespace Tavik {
 
 /// Starts a call with the completion that it is given, and sets the item that stands for it.
 template <class Start>
-concept CallStarter = std::invocable < Start&,
-        const Completion&, Pellum::Ref<Pellum::System::ScheduledItem>
-& > ;
+concept CallStarter =
+    requires(Start start, const Completion& completion, Pellum::Ref<Pellum::System::ScheduledItem>& item) {
+    std::invoke(start, completion, item);
+};
 
 namespace Async {
 
