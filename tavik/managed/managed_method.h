@@ -32,16 +32,19 @@ public:
         const PropertyDescriptor* property)
         : m_owner(owner), m_index(index), m_method(method), m_property(property) {}
 
+    /// The type that declares it, borrowed.
     const ManagedObjectType& GetOwner() const { return *m_owner; }
 
     /// Index for the owner's dispatch function.
     int GetIndex() const { return m_index; }
 
+    /// Its name in the schema, "login".
     const char* GetName() const { return m_method != nullptr ? m_method->name : m_property->name; }
 
-    /// Its name in messages.
+    /// Its name in messages, "MorvaneLogin"; a property's is that in the schema.
     const char* GetWireName() const { return m_method != nullptr ? m_method->wireName : m_property->name; }
 
+    /// The version that introduced it, by the name in its descriptor.
     const char* GetVersionName() const {
         return m_method != nullptr ? m_method->version : m_property->version;
     }

@@ -32,6 +32,7 @@ public:
     /// Takes a count of both. `log` is told of every exception that became a `SystemError`; null for none.
     Dispatcher(ObjectTable* objects, AccessPolicy* policy, FailureLog log = {});
 
+    /// The table that calls find their objects in, borrowed.
     ObjectTable& GetObjects() const { return *m_objects; }
 
     /// What the transport knows of a call.

@@ -20,6 +20,7 @@ class StubTable;
 
 } // namespace Rpc
 
+/// How an `InProcessAdapter` works.
 struct InProcessOptions {
     using Duration = std::chrono::steady_clock::duration;
 

@@ -28,8 +28,10 @@ public:
     /// taken.
     RequestContext& GetContext() const { return *m_context; }
 
+    /// The object that was called, borrowed.
     ManagedObject& GetTarget() const { return *m_target; }
 
+    /// What was called: a method, or the getter of a property.
     const ManagedMethod& GetMethod() const { return *m_method; }
 
     /// Whether nobody waits for the result any more: the deadline has passed, or the caller has cancelled the

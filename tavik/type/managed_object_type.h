@@ -14,9 +14,11 @@ class TypeRegistry;
 /// A managed object type: what a managed reference refers to.
 class TAVIK_API ManagedObjectType final : public Type {
 public:
+    /// `info` is borrowed and outlives the type; its method-object array is filled.
     explicit ManagedObjectType(const ManagedTypeInfo* info);
     ~ManagedObjectType() override;
 
+    /// The record that the type was made from.
     const ManagedTypeInfo& GetManagedTypeInfo() const { return *m_managedInfo; }
 
     ManagedObjectType* GetBaseType() const override { return m_base; }
@@ -24,6 +26,7 @@ public:
     /// The type's own methods in declared order, then one entry per own property: the property getters.
     const std::vector<std::unique_ptr<ManagedMethod>>& GetMethodObjects() const { return m_methods; }
 
+    /// How many of them are methods.
     std::size_t GetOwnMethodCount() const { return m_ownMethodCount; }
 
     /// The type's own method with that wire name, or the getter of its own property of that name. Borrowed;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "pellum/error/type_mismatch.h"
+#include "pellum/object/ref.h"
 #include "tavik/managed/managed_object.h"
 #include "tavik/managed/stub_adapter.h"
 #include "tavik/value/boxing.h"
@@ -10,6 +12,7 @@
 #include <new>
 #include <tuple>
 #include <type_traits>
+#include <typeinfo>
 #include <utility>
 
 /// What the dispatch functions of managed types do: unpack the arguments, call the interface, pack the
@@ -58,6 +61,7 @@ struct Slot<Pellum::Ref<T>&> {
     Pellum::Ref<T> value;
 };
 
+/// Unpacks the arguments by the method's own signature, calls it, and packs what it gives.
 template <auto method, class T, class Result, class... Parameters, std::size_t... indexes>
 void Run(
     Result (T::* /*method*/)(Parameters...), std::index_sequence<indexes...> /*all*/, void* target,
@@ -73,6 +77,7 @@ void Run(
     }
 }
 
+/// The indexes of a method's parameters; only its type is used.
 template <class T, class Result, class... Parameters>
 std::index_sequence_for<Parameters...> IndexesOf(Result (T::*method)(Parameters...));
 
