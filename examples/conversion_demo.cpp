@@ -82,9 +82,15 @@ public:
         const Pellum::Ref<TaskSpec> request(m_request->_Clone());
         auto* location =
             dynamic_cast<Morvane::ComputerSpec::LiveComputerLocation*>(request->GetSource()->GetLocation());
+        if (location == nullptr) {
+            throw Pellum::Exception("the source of the request is no live machine");
+        }
         location->SetSslThumbprint("00:11:22");
         const Pellum::Ref<TaskInfo> ended = Watch(*Start(*request));
         Tavik::MethodFault* fault = ended->GetError();
+        if (fault == nullptr) {
+            throw Pellum::Exception("the service knows nothing of the machine's certificate");
+        }
         try {
             fault->Throw();
         } catch (const Morvane::Fault::SSLVerificationFault::Exception& failure) {

@@ -21,7 +21,7 @@ public:
     Service(const Service&) = delete;
     Service& operator=(const Service&) = delete;
 
-    /// A new connection for the stubs of a client.
+    /// A new connection for the stubs of a client. Not from several threads at once.
     Pellum::Ref<Tavik::StubAdapter> Connect();
 
     /// The object that leads to all others.

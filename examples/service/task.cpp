@@ -14,6 +14,7 @@
 #include "types/api/params/cloning_params.h"
 #include "types/api/params/conversion_params.h"
 #include "types/api/params/storage_params.h"
+#include "types/api/task/task_manager.h"
 
 #include <chrono>
 #include <thread>
@@ -44,8 +45,9 @@ std::vector<std::string> FindVolumes(const Morvane::Task::TaskSpec& request) {
     const auto* storage = cloning == nullptr ? nullptr : cloning->GetStorageParams();
     const auto* disks = storage == nullptr ? nullptr : storage->PeekTargetDiskParams();
     for (std::size_t i = 0; disks != nullptr && i < disks->GetLength(); ++i) {
-        for (const auto* volume : *(*disks)[i]->GetVolumesToClone()) {
-            volumes.push_back(volume->GetSourceVolumeId());
+        const auto* chosen = (*disks)[i]->PeekVolumesToClone();
+        for (std::size_t j = 0; chosen != nullptr && j < chosen->GetLength(); ++j) {
+            volumes.push_back((*chosen)[j]->GetSourceVolumeId());
         }
     }
     return volumes;
@@ -62,7 +64,7 @@ Task::Task(std::string id, std::string userName, Morvane::Task::TaskSpec& reques
       m_info(Pellum::MakeRef<TaskInfo>()) {
     m_info->SetKey(id);
     m_info->SetTask(_GetRef());
-    m_info->SetDescriptionId(kConversion);
+    m_info->SetDescriptionId(Morvane::Task::TaskManager::METHOD_CREATETASK);
     m_info->SetUserName(Pellum::Optional<std::string>(m_userName));
     m_info->SetState(TaskInfo::State::queued);
     m_info->SetCancelled(false);
@@ -80,8 +82,8 @@ void Task::Run(const std::stop_token& stop) {
     Pellum::Ref<Tavik::MethodFault> error;
     try {
         Convert(stop);
-    } catch (const Tavik::MethodFault::Exception& failure) {
-        error.Reset(const_cast<Tavik::MethodFault*>(failure.GetFault()));
+    } catch (Tavik::MethodFault::Exception& failure) {
+        error = failure.GetFault();
         m_events.Record<Morvane::Event::CloningFailedEvent>(
             m_chain, m_userName, [](auto& event) { event.SetType(Morvane::Event::Event::Type::error); });
     }

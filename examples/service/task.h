@@ -15,9 +15,6 @@ namespace Example {
 
 class EventManager;
 
-/// The one kind of operation that there is.
-inline constexpr const char* kConversion = "morvane.task.Task.convert";
-
 /// One conversion: the request it came from, and how it stands. It copies nothing, it only takes its time.
 class Task final : public Morvane::Task::Task, public Tavik::ServerObject {
 public:

@@ -4,6 +4,7 @@
 #include "examples/service/descriptions.h"
 #include "examples/service/event_manager.h"
 #include "examples/service/session_manager.h"
+#include "tavik/fault/runtime_faults.h"
 #include "tavik/rpc/object_table.h"
 #include "types/api/core/user_session.h"
 #include "types/api/task/runtime_environment_info.h"
@@ -16,6 +17,8 @@
 #include <utility>
 
 namespace Example {
+
+using Orlin::Fault::InvalidArgument;
 
 TaskManager::TaskManager(
     std::string id, Tavik::ObjectTable& objects, EventManager& events, const SessionManager& sessions)
@@ -53,7 +56,7 @@ Pellum::Ref<Task> TaskManager::Find(const Tavik::MoRef& reference) const {
 
 void TaskManager::GetDescription(Pellum::Ref<Morvane::Task::TaskDescription>& result) {
     result = Pellum::MakeRef<Morvane::Task::TaskDescription>();
-    result->SetMethodInfo(Describe({{kConversion, "Convert a machine"}}).Get());
+    result->SetMethodInfo(Describe({{METHOD_CREATETASK, "Convert a machine"}}).Get());
     result->SetState(
         Describe({{"queued", "Waiting"}, {"running", "Running"}, {"success", "Done"}, {"error", "Failed"}})
             .Get());
@@ -82,7 +85,8 @@ std::int32_t TaskManager::GetMaxCollector() {
 
 void TaskManager::SetMaxTask(std::int32_t maxTask) {
     if (maxTask != 1) {
-        throw Zabro::Fault::InvalidState::Exception(); // tasks run one after the other
+        // The method declares no fault; the runtime's own may come from every one.
+        throw InvalidArgument::Exception(new InvalidArgument("maxTask", "tasks run one after the other"));
     }
 }
 
