@@ -65,6 +65,13 @@ TEST(Lookup, KnowsTheHeaderOfEveryType) {
         EXPECT_THAT(
             headers[path], testing::ContainsRegex("class ([A-Z_]+ )?([A-Za-z0-9]+::)*" + lastPart + "[ ;]"))
             << path;
+        if (const std::string stub = Tool::GetStubHeaderPath(*type); !stub.empty()) {
+            EXPECT_THAT(
+                ReadFile(std::filesystem::path(GENERATED_FOLDER) / stub),
+                testing::HasSubstr(' ' + lastPart + "Stub : public "));
+        } else {
+            EXPECT_NE(type->GetKind(), Tavik::TypeKind::Managed) << path;
+        }
     }
 }
 

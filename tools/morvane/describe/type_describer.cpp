@@ -62,6 +62,21 @@ std::string GetSignature(const Tavik::MethodDescriptor& method) {
     return text + ')' + (method.result.type == nullptr ? "" : " -> " + GetTypeAndFlags(method.result));
 }
 
+/// What to include and name in C++.
+void DescribeClass(const Tavik::Type& type, Page& page) {
+    const std::string header = GetHeaderPath(type);
+    if (header.empty()) {
+        return;
+    }
+    const std::string name = GetClassName(type.GetName());
+    page.Fact("class", name);
+    page.Fact("header", header);
+    if (const std::string stubHeader = GetStubHeaderPath(type); !stubHeader.empty()) {
+        page.Fact("stub", name + "Stub");
+        page.Fact("its header", stubHeader);
+    }
+}
+
 class TypeDescriber {
 public:
     TypeDescriber(const Tavik::Type& type, Output& output) : m_type(type), m_page(output) {}
@@ -93,10 +108,7 @@ private:
         m_page.Fact("wire name", m_type.GetWireName());
         m_page.Fact("kind", GetKindName(m_type.GetKind()));
         m_page.Fact("since", GetFullName(m_type.GetVersion()));
-        if (const std::string header = GetHeaderPath(m_type); !header.empty()) {
-            m_page.Fact("class", GetClassName(m_type.GetName()));
-            m_page.Fact("header", header);
-        }
+        DescribeClass(m_type, m_page);
     }
 
     /// The bases, each below its own, then the type, then what derives from it, level by level.
@@ -284,6 +296,7 @@ void DescribeMember(const Member& member, Output& output) {
     page.Fact("kind", GetMemberKindName(member.kind));
     page.Fact("since", GetFullName(Tavik::TypeRegistry::Instance().FindVersion(member.GetVersionName())));
     page.Fact("declared by", member.owner->GetName());
+    DescribeClass(*member.owner, page);
     if (member.property != nullptr) {
         page.Fact("type", GetTypeAndFlags(*member.property));
     }

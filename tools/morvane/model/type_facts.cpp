@@ -68,6 +68,11 @@ std::string GetHeaderPath(const Tavik::Type& type) {
     return {};
 }
 
+std::string GetStubHeaderPath(const Tavik::Type& type) {
+    const std::string path = type.GetKind() == Tavik::TypeKind::Managed ? GetHeaderPath(type) : std::string();
+    return path.empty() ? path : path.substr(0, path.rfind('.')) + "_stub.h";
+}
+
 std::string GetArea(std::string_view dottedName) {
     std::string_view area = dottedName.substr(0, FindTypePart(dottedName));
     area = area.substr(0, area.rfind('.'));

@@ -17,6 +17,9 @@ const char* GetKindName(Tavik::TypeKind kind);
 std::string GetClassName(std::string_view dottedName);
 /// Path to include for the class of a type, "types/api/core/computer_spec.h"; empty when no header is known.
 std::string GetHeaderPath(const Tavik::Type& type);
+/// Path to include for the stub of a managed type, whose class is that of the type with "Stub" behind it;
+/// empty when there is none.
+std::string GetStubHeaderPath(const Tavik::Type& type);
 /// The area of the types that stand in the interface's own namespace.
 inline constexpr std::string_view kRootArea = "core";
 
