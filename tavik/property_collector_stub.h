@@ -2,6 +2,7 @@
 
 #include "tavik/managed/stub_impl.h"
 #include "tavik/property_collector.h"
+#include "tavik/type/type_of.h"
 
 namespace Orlin::Query {
 
@@ -17,3 +18,8 @@ protected:
 };
 
 } // namespace Orlin::Query
+
+template <>
+inline Tavik::ManagedObjectType* Tavik::GetMoType<Orlin::Query::PropertyCollectorStub>() {
+    return GetMoType<Orlin::Query::PropertyCollector>();
+}

@@ -30,6 +30,12 @@ protected:
 };
 
 } // namespace $namespace$
+
+/// That of the interface, so that `Tavik::CreateStub` takes either class.
+template <>
+inline Tavik::ManagedObjectType* Tavik::GetMoType<$namespace$::$stub$>() {
+    return GetMoType<$interface$>();
+}
 )";
 
 constexpr std::string_view kDefinitions = R"(

@@ -22,7 +22,7 @@ namespace Tavik {
 [[nodiscard]] TAVIK_API Pellum::Ref<ManagedObject> CreateStub(
     ManagedObjectType* (*wanted)(), MoRef* reference, StubAdapter* adapter, RequestContext* context);
 
-/// The same, of the interface `T`.
+/// The same, of `T`: an interface, or its stub class, which has the asynchronous forms, too.
 template <class T>
 [[nodiscard]] Pellum::Ref<T> CreateStub(
     MoRef* reference, StubAdapter* adapter, RequestContext* context = nullptr) {

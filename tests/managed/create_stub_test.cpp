@@ -52,13 +52,14 @@ TEST_F(CreateStub, MakesWhatTheReferenceOrTheCallerNames) {
     EXPECT_EQ(Made<Sample::Thing>(gSampleThingTypeInfo), "Sample::ThingStub");
     EXPECT_EQ(Made<Sample::Thing>(gSampleSpecialThingTypeInfo), special);
     EXPECT_EQ(Made<Sample::SpecialThing>(gSampleThingTypeInfo), special);
+    EXPECT_EQ(Made<Sample::SpecialThingStub>(gSampleThingTypeInfo), special);
     EXPECT_EQ(Made<Sample::Thing>(Tavik::gOrlinManagedObjectTypeInfo), "Sample::ThingStub");
     EXPECT_EQ(
         Made<Sample::Caller>(gSampleSpecialThingTypeInfo),
         "a reference to sample.SpecialThing is none to sample.Caller");
     EXPECT_EQ(Made<Sample::Thing>(unknown), missing);
     EXPECT_EQ(
-        Made<Orlin::Query::PropertyCollector>(Orlin::gOrlinQueryPropertyCollectorTypeInfo),
+        Made<Orlin::Query::PropertyCollectorStub>(Orlin::gOrlinQueryPropertyCollectorTypeInfo),
         "Orlin::Query::PropertyCollectorStub");
     EXPECT_EQ(MadeUntyped(gSampleSpecialThingTypeInfo), special);
     EXPECT_EQ(MadeUntyped(unknown), missing);
