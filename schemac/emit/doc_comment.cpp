@@ -19,9 +19,12 @@ std::string TypeDoc(const Model::Type& type) {
         + (data != nullptr && data->isOpen ? "\nOpen: `_GetContent` holds whatever properties arrive." : ""));
 }
 
+std::string TypeText(const Model::Property& property) {
+    return property.type->dottedName + (property.isArray ? "[]" : "");
+}
+
 std::string PropertyFacts(const Model::Property& property, const Model::Type& owner) {
-    std::string facts =
-        "`" + property.name + "` : " + property.type->dottedName + (property.isArray ? "[]" : "");
+    std::string facts = "`" + property.name + "` : " + TypeText(property);
     facts += property.isOptional ? ", optional" : "";
     facts += property.isSecret ? ", secret" : "";
     facts += property.version != owner.version ? ", since " + property.version->name : "";

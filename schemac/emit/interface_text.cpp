@@ -65,13 +65,27 @@ std::string BaseInterface(const Model::ManagedType& type) {
     return type.base->IsBuiltin() ? "Tavik::ManagedObject" : Naming::QualifiedClassName(*type.base);
 }
 
+/// "`find(folder : app.Folder, depth? : int) -> app.Item`": the C++ signature does not say what a reference
+/// refers to, nor which pointers may be null.
+std::string Signature(const Model::Method& method) {
+    std::vector<std::string> parameters;
+    for (const Model::Property& parameter : method.parameters) {
+        parameters.push_back(parameter.name + (parameter.isOptional ? "? : " : " : ") + TypeText(parameter));
+    }
+    std::string text = '`' + method.name + '(' + Naming::Join(parameters, ", ") + ')';
+    if (method.HasResult()) {
+        text += " -> " + TypeText(method.result) + (method.result.isOptional ? " (optional)" : "");
+    }
+    return text + '`';
+}
+
 std::string Doc(const Operation& operation, const Model::ManagedType& owner) {
     if (operation.IsGetter()) {
         const std::string& doc = operation.result->doc;
         return DocComment((doc.empty() ? "" : doc + "\n") + PropertyFacts(*operation.result, owner));
     }
     const Model::Method& method = *operation.method;
-    std::string facts = "`" + method.name + "`";
+    std::string facts = Signature(method);
     facts += method.version != owner.version ? ", since " + method.version->name : "";
     facts += method.privilege.empty() ? "" : ", needs " + method.privilege;
     std::vector<std::string> faults;
