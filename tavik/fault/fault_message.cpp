@@ -59,8 +59,13 @@ public:
         if (const OpenContent* content = type.GetOpenContent(fault)) {
             for (const OpenItem& item : *content) {
                 // What a description flags as secret does not stop to be by arriving twice.
-                if (item.value.GetKind() == OpenKind::String && type.FindProperty(item.name) == nullptr) {
+                if (type.FindProperty(item.name) != nullptr) {
+                    continue;
+                }
+                if (item.value.GetKind() == OpenKind::String) {
                     Add(item.name, item.value.GetText());
+                } else if (item.value.GetKind() == OpenKind::Object && !IsSecretName(item.name)) {
+                    AddReference(item.name, item.value);
                 }
             }
         }
@@ -70,13 +75,32 @@ public:
 
 private:
     void Add(std::string_view name, std::string_view text) {
-        if (m_count == kMaxTexts || text.empty() || !IsMessageName(name)) {
-            return;
+        if (!text.empty() && IsMessageName(name) && Begin(name)) {
+            AppendQuoted(m_out, Shortened(text));
+        }
+    }
+
+    /// A managed object that the fault is about: `obj = AppThing "thing-7"`. Other content is left out.
+    void AddReference(std::string_view name, const OpenValue& value) {
+        const auto type = value.Find("mo");
+        const auto id = value.Find("id");
+        const auto isText = [](const auto& text) { return text && text->GetKind() == OpenKind::String; };
+        if (isText(type) && isText(id) && Begin(name)) {
+            AppendMemberName(m_out, Shortened(type->GetText()));
+            m_out += ' ';
+            AppendQuoted(m_out, Shortened(id->GetText()));
+        }
+    }
+
+    /// Writes up to the value; false when there is enough already.
+    bool Begin(std::string_view name) {
+        if (m_count == kMaxTexts) {
+            return false;
         }
         m_out += m_count++ == 0 ? ": " : ", ";
         AppendMemberName(m_out, Shortened(name));
         m_out += " = ";
-        AppendQuoted(m_out, Shortened(text));
+        return true;
     }
 
     std::string m_out;

@@ -1,7 +1,9 @@
 #include "tavik/rpc/call_failure.h"
 
 #include "pellum/text/demangle.h"
+#include "tavik/fault/method_fault.h"
 #include "tavik/managed/managed_method.h"
+#include "tavik/type/data_object_type.h"
 #include "tavik/type/managed_object_type.h"
 #include "tavik/value/json_text.h"
 #include "tavik/value/mo_ref.h"
@@ -30,6 +32,13 @@ std::string OneLine(std::string_view text) {
     return line;
 }
 
+bool IsUndeclared(const std::exception& error, const ManagedMethod& method) {
+    const auto* const raised = dynamic_cast<const MethodFault::Exception*>(&error);
+    const MethodFault* const fault = raised != nullptr ? raised->GetFault() : nullptr;
+    const Type* const type = fault != nullptr ? fault->_GetDataType() : nullptr;
+    return type != nullptr && !method.Declares(*type);
+}
+
 } // namespace
 
 std::string CallFailure::ToString() const {
@@ -42,6 +51,9 @@ std::string CallFailure::ToString() const {
     } catch (const std::exception& error) {
         const char* const what = error.what(); // other people's classes may have none
         text += ": " + Pellum::Demangle(typeid(error)) + ": " + (what != nullptr ? what : "no text");
+        if (method != nullptr && IsUndeclared(error, *method)) {
+            text += " (the method does not declare this fault)";
+        }
     } catch (...) {
         text += ": something was thrown that is no exception";
     }

@@ -203,7 +203,8 @@ TEST(DispatchTest, TellsTheClientWhatIsItsBusiness) {
                  new Orlin::Fault::InvalidArgument("what", "dull"));
          },
          R"({"$type": "InvalidArgument", "invalidProperty": "what", "reason": "dull"})", ""},
-        {[] { throw Desk::Fire::Exception("cellar"); }, hidden, "Desk::Fire::Exception"},
+        {[] { throw Desk::Fire::Exception("cellar"); }, hidden,
+         "Desk::Fire::Exception: desk.Fire (the method does not declare this fault)"},
         {[] { throw Tavik::RuntimeFault::Exception(); }, hidden, "orlin.RuntimeFault"},
         {[] { throw Tavik::MethodFault::Exception(nullptr); }, hidden, "MethodFault::Exception"},
         {[] { throw Tavik::CallTimedOutException("elsewhere"); }, hidden, "elsewhere"},

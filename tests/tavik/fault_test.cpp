@@ -260,7 +260,7 @@ TEST(RuntimeFaults, SayWhatIsWrongAsContent) {
     EXPECT_EQ(
         argument->ToString(),
         R"({"$type": "InvalidArgument", "invalidProperty": "spec.location", "reason": "is empty"})");
-    EXPECT_EQ(What(*argument), R"(orlin.fault.InvalidArgument: reason = "is empty")");
+    EXPECT_EQ(What(*argument), R"(orlin.fault.InvalidArgument: invalidProperty = "spec.location", reason = "is empty")");
     const auto error = MakeRef<SystemError>("the call failed", "4711");
     EXPECT_EQ(error->GetReason(), "the call failed");
     EXPECT_EQ(error->GetCorrelationId(), "4711");
@@ -269,6 +269,7 @@ TEST(RuntimeFaults, SayWhatIsWrongAsContent) {
     EXPECT_EQ(
         missing->ToString(),
         R"({"$type": "ManagedObjectNotFound", "obj": {"mo": "MorvaneTask", "id": "task-7"}})");
+    EXPECT_EQ(What(*missing), R"(orlin.fault.ManagedObjectNotFound: obj = MorvaneTask "task-7")");
     const Ref<ManagedObjectNotFound> clone(missing->_Clone());
     EXPECT_EQ(clone->GetObjectTypeName(), "MorvaneTask");
     EXPECT_EQ(clone->GetObjectId(), "task-7");
