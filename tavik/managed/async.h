@@ -33,7 +33,7 @@ namespace Tavik {
 /// Starts a call with the completion that it is given, and sets the item that stands for it.
 template <class Start>
 concept CallStarter =
-    requires(Start start, const Completion& completion, Pellum::Ref<Pellum::System::ScheduledItem>& item) {
+    requires(Start& start, const Completion& completion, Pellum::Ref<Pellum::System::ScheduledItem>& item) {
     std::invoke(start, completion, item);
 };
 
