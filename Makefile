@@ -23,7 +23,7 @@ demo: setup ## Build and run the guided tour
 	@echo "Building the tool, which takes a few minutes the first time; the log is build/logs/release-build.log."
 	@scripts/build.sh release morvane conversion_demo
 	@build/release/bin/morvane demo
-	@printf '\n----\nA client and a service\n\n'
+	@printf '\n----\nA client and a service. Every call is written as a message, run by the service, and answered by one.\n\n'
 	@build/release/bin/conversion_demo examples/conversion_request.json
 
 test: setup ## Build the native release and run its tests
