@@ -119,7 +119,7 @@ class CatalogueCalls : public testing::Test {
 protected:
     CatalogueCalls() {
         for (const ManagedObjectType* type : GetManagedTypes()) {
-            m_objects->Register(*CreateStub(*type, *server, nullptr));
+            m_objects->Register(*CreateStub(*type, *m_server, nullptr));
         }
     }
 
@@ -146,7 +146,7 @@ protected:
     /// A value of that description, or null when it may be unset; what has a form in the version.
     Ref<Any> MakeValue(const CallValue& declared, const Version* version = nullptr) {
         for (int i = 0; declared.type != nullptr && i < 1000; ++i) {
-            const Ref<Any> value = m_random.MakeValue(*declared.descriptor);
+            Ref<Any> value = m_random.MakeValue(*declared.descriptor);
             if (value == nullptr || version == nullptr || !Write(value.Get(), declared, *version).empty()) {
                 return value;
             }
@@ -164,9 +164,9 @@ protected:
     }
 
     void ExpectReached(const Callee& callee) const {
-        EXPECT_EQ(server->method, TestSupport::FindMostDerived(callee.method, callee.type));
-        EXPECT_EQ(server->target->GetId(), callee.type.GetName());
-        ASSERT_EQ(server->arguments.size(), callee.method.GetParameters().size());
+        EXPECT_EQ(m_server->method, TestSupport::FindMostDerived(callee.method, callee.type));
+        EXPECT_EQ(m_server->target->GetId(), callee.type.GetName());
+        ASSERT_EQ(m_server->arguments.size(), callee.method.GetParameters().size());
     }
 
     /// What happened on the server is hidden, but for a correlation identifier, which its log knows.
@@ -177,7 +177,7 @@ protected:
         EXPECT_EQ(error->GetCorrelationId(), m_lastFailure);
     }
 
-    const Ref<TestSupport::RecordingAdapter> server = MakeRef<TestSupport::RecordingAdapter>();
+    const Ref<TestSupport::RecordingAdapter> m_server = MakeRef<TestSupport::RecordingAdapter>();
 
 private:
     static Ref<Tavik::ManagedObject> CreateStub(
@@ -208,17 +208,17 @@ TEST_F(CatalogueCalls, CarryArgumentsAndResults) {
     ForEachCallable([&](const Callee& callee) {
         for (int round = 0; round < 3; ++round) {
             const Tavik::Arguments given = MakeArguments(callee.method);
-            server->answer = MakeValue(callee.method.GetResult());
+            m_server->answer = MakeValue(callee.method.GetResult());
             const Ref<Any> result = callee.Call(given);
             ExpectReached(callee);
             for (std::size_t i = 0; i < given.size(); ++i) {
                 unset += given[i] == nullptr ? 1 : 0;
-                ExpectEqualCopy(given[i].Get(), server->arguments[i].Get());
+                ExpectEqualCopy(given[i].Get(), m_server->arguments[i].Get());
             }
-            ExpectEqualCopy(server->answer.Get(), result.Get());
+            ExpectEqualCopy(m_server->answer.Get(), result.Get());
         }
         if (callee.IsOwn()) {
-            own.emplace(callee.way, server->method);
+            own.emplace(callee.way, m_server->method);
         }
     });
     EXPECT_EQ(own.size(), kWayCount * (107 + 40));
@@ -229,14 +229,14 @@ TEST_F(CatalogueCalls, CarryNullAndNoResultOfAnotherClass) {
     ForEachCallable([&](const Callee& callee) {
         const CallValue& declared = callee.method.GetResult();
         const Tavik::Arguments arguments = MakeArguments(callee.method);
-        server->answer = nullptr;
+        m_server->answer = nullptr;
         if (declared.type == nullptr || MayBeNull(declared)) {
             EXPECT_EQ(callee.Call(arguments), nullptr);
         } else {
             ExpectSystemError(callee, arguments);
         }
         if (declared.type != nullptr && declared.type->GetKind() != TypeKind::Any) {
-            server->answer = GetUnrelatedType(*declared.type, 7).New();
+            m_server->answer = GetUnrelatedType(*declared.type, 7).New();
             ExpectSystemError(callee, arguments);
         }
     });
@@ -273,14 +273,14 @@ TEST_F(CatalogueCalls, CarryFaultsThatAreDeclared) {
         for (std::size_t i = 0; i < passing.size(); ++i) {
             SCOPED_TRACE(passing[i]->GetName());
             const Ref<Any> thrown(random.Make(*passing[i]));
-            server->onCall = [&](const auto&) { dynamic_cast<MethodFault&>(*thrown).Throw(); };
+            m_server->onCall = [&](const auto&) { dynamic_cast<MethodFault&>(*thrown).Throw(); };
             if (!others.empty() && i + 1 == passing.size()) {
                 ExpectSystemError(callee, arguments);
             } else {
                 ExpectEqualCopy(thrown.Get(), callee.Catch<MethodFault>(arguments).Get());
             }
         }
-        server->onCall = [](const auto&) { throw std::runtime_error("the disk is gone"); };
+        m_server->onCall = [](const auto&) { throw std::runtime_error("the disk is gone"); };
         ExpectSystemError(callee, arguments);
     });
     EXPECT_EQ(declared, kWayCount * 102);
@@ -301,16 +301,17 @@ TEST_F(CatalogueCalls, ArePartOfVersions) {
                 return;
             }
             const Tavik::Arguments given = MakeArguments(callee.method, &version);
-            server->answer = MakeValue(declared, &version);
+            m_server->answer = MakeValue(declared, &version);
             const Ref<Any> result = callee.Call(given);
             ExpectReached(callee);
             for (std::size_t i = 0; i < given.size(); ++i) {
                 const CallValue& parameter = callee.method.GetParameters()[i];
                 const Any* sent = Has(number, parameter.descriptor->version) ? given[i].Get() : nullptr;
                 EXPECT_EQ(
-                    Write(sent, parameter, version), Write(server->arguments[i].Get(), parameter, version));
+                    Write(sent, parameter, version), Write(m_server->arguments[i].Get(), parameter, version));
             }
-            EXPECT_EQ(Write(server->answer.Get(), declared, version), Write(result.Get(), declared, version));
+            EXPECT_EQ(
+                Write(m_server->answer.Get(), declared, version), Write(result.Get(), declared, version));
         };
         ForEachCallable(check, &version);
     }
@@ -358,7 +359,7 @@ TEST_F(CatalogueCalls, RefuseArgumentsThatAreMissingOrWrong) {
             }
         }
     });
-    EXPECT_EQ(server->count, 0);
+    EXPECT_EQ(m_server->count, 0);
     EXPECT_EQ(missing, kWayCount * 124);
 }
 
