@@ -209,7 +209,7 @@ Outcome CallPool::Enqueue(PendingCall& call, Lock& lock) {
     if (m_closed) {
         return Outcome::Closed;
     }
-    if (m_queue.GetSize() >= m_idle && m_workers.size() < m_options.threads) {
+    if (m_queue.GetSize() >= m_idle + m_looking && m_workers.size() < m_options.threads) {
         StartWorker();
     }
     if (deadline && !call.IsSynchronous()) {
@@ -220,7 +220,8 @@ Outcome CallPool::Enqueue(PendingCall& call, Lock& lock) {
     }
     m_queue.PushBack(call);
     call.m_isQueued = true;
-    if (m_idle > 0) {
+    m_queued.store(m_queue.GetSize(), std::memory_order_relaxed);
+    if (m_idle > 0 && m_queue.GetSize() > m_looking) {
         m_work.notify_one();
     }
     return Outcome::None;
@@ -241,11 +242,24 @@ void CallPool::StartWorker() {
     ++m_living;
 }
 
+void CallPool::LookForWork(Lock& lock) {
+    ++m_looking;
+    lock.unlock();
+    for (int i = 0; i < kYields && m_queued.load(std::memory_order_relaxed) == 0; ++i) {
+        std::this_thread::yield();
+    }
+    lock.lock();
+    --m_looking;
+}
+
 void CallPool::RunWorker(Worker& worker) {
     SetRole();
     tRole.isWorker = true;
     Lock lock(m_mutex);
     for (;;) {
+        if (m_queue.IsEmpty() && !m_closed) {
+            LookForWork(lock);
+        }
         while (m_queue.IsEmpty() && !m_closed) {
             ++m_idle;
             m_work.wait(lock);
@@ -257,6 +271,7 @@ void CallPool::RunWorker(Worker& worker) {
         worker.current = m_queue.PopFront();
         PendingCall& call = *worker.current;
         call.m_isQueued = false;
+        m_queued.store(m_queue.GetSize(), std::memory_order_relaxed);
         if (m_waitingForRoom > 0) {
             m_room.notify_one();
         }
@@ -347,14 +362,17 @@ void CallPool::Finish(PendingCall& call, Outcome outcome) {
 }
 
 void CallPool::CallBack(PendingCall& call, Pellum::Exception* exception, Any* result) const {
-    Completion completion = call.TakeCompletion();
-    try {
-        completion(&call, exception, result);
-    } catch (...) {
-        const CallFacts& facts = call.GetFacts();
-        Report(
-            m_options.failureLog,
-            {facts.correlationId, facts.method, facts.target.Get(), std::current_exception()});
+    {
+        // What the completion holds is let go of before the call is done.
+        const Completion completion = call.TakeCompletion();
+        try {
+            completion(&call, exception, result);
+        } catch (...) {
+            const CallFacts& facts = call.GetFacts();
+            Report(
+                m_options.failureLog,
+                {facts.correlationId, facts.method, facts.target.Get(), std::current_exception()});
+        }
     }
     call.MarkDone();
 }

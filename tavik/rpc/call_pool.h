@@ -81,6 +81,8 @@ private:
 
     void WaitForEnd();
     void RunWorker(Worker& worker);
+    /// For a worker that has nothing to do: waits a moment without sleeping.
+    void LookForWork(Lock& lock);
     void RunCompleter();
     void Run(PendingCall& call);
     void Complete(PendingCall& call, std::string_view bytes);
@@ -111,8 +113,10 @@ private:
     CallQueue m_ready; ///< claimed, for the completer
     Timers m_timers;   ///< of the asynchronous calls that have a deadline
     std::vector<std::unique_ptr<Worker>> m_workers;
-    std::size_t m_idle = 0;
-    std::size_t m_living = 0; ///< workers that have not finished
+    std::size_t m_idle = 0;                ///< workers that sleep
+    std::size_t m_looking = 0;             ///< workers that are about to, and will look at the queue before
+    std::atomic<std::size_t> m_queued = 0; ///< size of the queue, to be read without the lock
+    std::size_t m_living = 0;              ///< workers that have not finished
     std::size_t m_waitingForRoom = 0;
     std::thread m_completer;
     bool m_stopCompleter = false;

@@ -22,6 +22,7 @@ bool CallPool::End(PendingCall& call, Outcome outcome) {
     if (call.m_isQueued) {
         m_queue.Remove(call);
         call.m_isQueued = false;
+        m_queued.store(m_queue.GetSize(), std::memory_order_relaxed);
         if (m_waitingForRoom > 0) {
             m_room.notify_one();
         }

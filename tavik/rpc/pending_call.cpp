@@ -6,6 +6,7 @@
 #include "tavik/rpc/errors.h"
 
 #include <algorithm>
+#include <thread>
 
 namespace Tavik::Rpc {
 
@@ -77,11 +78,15 @@ void PendingCall::Signal(Outcome outcome, std::string response) {
         const std::lock_guard lock(m_mutex);
         m_response = std::move(response);
         m_outcome = outcome;
+        m_isOver.store(true, std::memory_order_release);
     }
     m_signalled.notify_one(); // who signals has a count of the call, too
 }
 
 Outcome PendingCall::Wait(const std::optional<Clock::time_point>& until) {
+    for (int i = 0; i < kYields && !m_isOver.load(std::memory_order_acquire); ++i) {
+        std::this_thread::yield();
+    }
     std::unique_lock lock(m_mutex);
     const auto isOver = [this] { return m_outcome != Outcome::None; };
     if (until) {

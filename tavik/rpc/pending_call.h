@@ -22,6 +22,11 @@ class CallPool;
 class PendingCall;
 
 using Clock = std::chrono::steady_clock;
+
+/// How often a thread lets others run before it sleeps for want of work. A call mostly changes hands in that
+/// time, which is less than half of the work of falling asleep and being woken.
+inline constexpr int kYields = 2;
+
 using Timers = std::multimap<Clock::time_point, PendingCall*>;
 
 /// Whoever waits longer waits for ever: what the longest durations lead to is more than a clock can count.
@@ -125,6 +130,7 @@ private:
     Outcome m_outcome = Outcome::None;
     std::string m_response;
     std::condition_variable m_signalled;
+    std::atomic<bool> m_isOver = false; ///< there is an outcome
     Completion m_completion;
 
     // The pool's, under its lock.
