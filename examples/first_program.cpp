@@ -10,7 +10,9 @@
 #include "types/api/task/task_spec.h"
 #include "types/api/task/task_stub.h"
 
+#include <chrono>
 #include <iostream>
+#include <thread>
 
 int main() {
     Example::Service service; // keeps everything in memory; calls travel as messages all the same
@@ -51,6 +53,7 @@ int main() {
     Pellum::Ref<Morvane::Task::TaskStub> task;
     open(task, info->GetTask());
     while (info->PeekCompleteTime() == nullptr) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
         task->GetInfo(info);
     }
     std::cout << info->ToString() << '\n';

@@ -2,6 +2,7 @@
 
 #include "examples/service/event_manager.h"
 #include "pellum/system/date_time.h"
+#include "tavik/fault/runtime_faults.h"
 #include "types/api/agent/internal/fault/cancel.h"
 #include "types/api/core/computer_spec.h"
 #include "types/api/core/ssl_certificate_data.h"
@@ -84,6 +85,10 @@ void Task::Run(const std::stop_token& stop) {
         Convert(stop);
     } catch (Tavik::MethodFault::Exception& failure) {
         error = failure.GetFault();
+    } catch (const std::exception& failure) {
+        error = Pellum::MakeRef<Orlin::Fault::SystemError>(failure.what(), m_info->GetKey());
+    }
+    if (error) {
         m_events.Record<Morvane::Event::CloningFailedEvent>(
             m_chain, m_userName, [](auto& event) { event.SetType(Morvane::Event::Event::Type::error); });
     }

@@ -9,6 +9,8 @@ namespace Tavik {
 
 namespace {
 
+using Orlin::Fault::ManagedObjectNotFound;
+
 StubAdapter::Call MakeCall(
     MoRef& target, const ManagedMethod* method, const Arguments& arguments, RequestContext* context) {
     if (method == nullptr) {
@@ -17,6 +19,19 @@ StubAdapter::Call MakeCall(
     }
     return {target, *method, arguments, context};
 }
+
+/// Stands for a call that was over before it began.
+class EndedCall final : public Pellum::System::ScheduledItem {
+public:
+    EndedCall() = default;
+
+    bool Cancel() override { return false; }
+
+    [[nodiscard]] bool IsDone() const override { return true; }
+
+private:
+    ~EndedCall() override = default;
+};
 
 } // namespace
 
@@ -51,7 +66,11 @@ void StubImpl::_Invoke_Task(ManagedMethod* method, Arguments& arguments) {
 void StubImpl::_StartInvoke(
     ManagedMethod* method, Arguments& arguments, const Completion& completion,
     Pellum::Ref<Pellum::System::ScheduledItem>& item) {
-    // That the object is not registered any more is told to the completion, by the other side.
+    if (m_unregistered.load(std::memory_order_acquire)) {
+        item = Pellum::MakeRef<EndedCall>();
+        TellUnregistered(completion, *item);
+        return;
+    }
     m_adapter->StartInvoke(MakeCall(*m_reference, method, arguments, m_context.Get()), completion, item);
 }
 
@@ -83,8 +102,22 @@ void StubImpl::_Unregistered() {
 
 void StubImpl::CheckRegistered() const {
     if (m_unregistered.load(std::memory_order_acquire)) {
-        throw Orlin::Fault::ManagedObjectNotFound::Exception(new Orlin::Fault::ManagedObjectNotFound(
-            m_reference->GetTypeInfo().wireName, m_reference->GetId()));
+        throw ManagedObjectNotFound::Exception(MakeNotFound().Get());
+    }
+}
+
+Pellum::Ref<ManagedObjectNotFound> StubImpl::MakeNotFound() const {
+    return Pellum::MakeRef<ManagedObjectNotFound>(m_reference->GetTypeInfo().wireName, m_reference->GetId());
+}
+
+void StubImpl::TellUnregistered(const Completion& completion, Pellum::System::ScheduledItem& item) const {
+    if (!completion) {
+        return;
+    }
+    ManagedObjectNotFound::Exception exception(MakeNotFound().Get());
+    try {
+        completion(&item, &exception, nullptr);
+    } catch (...) { // NOLINT(bugprone-empty-catch): what a completion throws is lost.
     }
 }
 

@@ -9,6 +9,10 @@
 
 #include <atomic>
 
+namespace Orlin::Fault {
+class ManagedObjectNotFound;
+}
+
 namespace Tavik {
 
 class ManagedMethod;
@@ -28,7 +32,8 @@ public:
     /// for methods that return a task.
     virtual void _Invoke(ManagedMethod* method, Arguments& arguments, Pellum::Ref<Any>& result);
     virtual void _Invoke_Task(ManagedMethod* method, Arguments& arguments, Pellum::Ref<Any>& result);
-    /// Starts a call and returns; see `StubAdapter::StartInvoke`.
+    /// Starts a call and returns; see `StubAdapter::StartInvoke`. After `_Unregistered` the completion is
+    /// told `ManagedObjectNotFound` before this returns.
     virtual void _StartInvoke(
         ManagedMethod* method, Arguments& arguments, const Completion& completion,
         Pellum::Ref<Pellum::System::ScheduledItem>& item);
@@ -55,6 +60,8 @@ protected:
 
 private:
     void CheckRegistered() const;
+    Pellum::Ref<Orlin::Fault::ManagedObjectNotFound> MakeNotFound() const;
+    void TellUnregistered(const Completion& completion, Pellum::System::ScheduledItem& item) const;
 
     Pellum::Ref<MoRef> m_reference;
     Pellum::Ref<StubAdapter> m_adapter;

@@ -24,24 +24,7 @@ struct ThreadRole {
 
 thread_local ThreadRole tRole;
 
-void AppendHex(std::string& text, std::uint64_t number) {
-    char digits[16];
-    const auto [end, error] = std::to_chars(std::begin(digits), std::end(digits), number, 16);
-    text.append(digits, end);
-}
-
 } // namespace
-
-CorrelationIds::CorrelationIds() {
-    AppendHex(m_prefix, std::random_device()());
-    m_prefix += '-';
-}
-
-std::string CorrelationIds::Next() {
-    std::string id = m_prefix;
-    AppendHex(id, m_count.fetch_add(1, std::memory_order_relaxed) + 1);
-    return id;
-}
 
 CallPool::CallPool(std::unique_ptr<const MessageCodec> codec, Dispatcher* server, InProcessOptions options)
     : m_codec(std::move(codec)),
@@ -65,8 +48,20 @@ std::string CallPool::Encode(const StubAdapter::Call& call, CallFacts& facts) {
     }
     std::string request;
     request.reserve(256);
-    m_codec->EncodeRequest({call, facts.correlationId, facts.GetTimeout()}, request);
+    try {
+        m_codec->EncodeRequest({call, facts.correlationId, facts.GetTimeout()}, request);
+    } catch (const MessageException& error) {
+        throw error.Of(DescribeCall(call.method, call.target));
+    }
     return request;
+}
+
+Response CallPool::Decode(const CallFacts& facts, std::string_view bytes) const {
+    try {
+        return m_codec->DecodeResponse(bytes, facts.GetForm());
+    } catch (const MessageException& error) {
+        throw error.Of(DescribeCall(*facts.method, *facts.target));
+    }
 }
 
 void CallPool::SetRole() const {
@@ -83,7 +78,7 @@ void CallPool::Throw(const CallFacts& facts, Outcome outcome) {
 }
 
 void CallPool::TakeResponse(const CallFacts& facts, std::string_view bytes, Pellum::Ref<Any>& result) const {
-    Response response = m_codec->DecodeResponse(bytes, facts.GetForm());
+    Response response = Decode(facts, bytes);
     if (response.fault.Get() != nullptr) {
         response.fault->Throw();
     }
@@ -331,7 +326,7 @@ void CallPool::Complete(PendingCall& call, std::string_view bytes) {
     std::unique_ptr<Pellum::Exception> exception;
     bool failed = false;
     try {
-        response = m_codec->DecodeResponse(bytes, call.GetFacts().GetForm());
+        response = Decode(call.GetFacts(), bytes);
         if (response.fault.Get() != nullptr) {
             failed = true;
             exception.reset(response.fault->CreateException());

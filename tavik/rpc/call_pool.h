@@ -1,6 +1,7 @@
 #pragma once
 
 #include "pellum/object/object.h"
+#include "tavik/rpc/correlation_ids.h"
 #include "tavik/rpc/dispatcher.h"
 #include "tavik/rpc/errors.h"
 #include "tavik/rpc/in_process_adapter.h"
@@ -19,17 +20,6 @@
 #include <vector>
 
 namespace Tavik::Rpc {
-
-/// Correlation identifiers: unlike in every process, and cheap.
-class CorrelationIds {
-public:
-    CorrelationIds();
-    std::string Next();
-
-private:
-    std::string m_prefix;
-    std::atomic<std::uint64_t> m_count = 0;
-};
 
 /// The threads of an `InProcessAdapter` and the calls on their way. Its threads count it, so that it outlives
 /// the adapter where one of them ends that.
@@ -65,6 +55,8 @@ private:
     /// The request; gives the call an identifier if it has none.
     std::string Encode(const StubAdapter::Call& call, CallFacts& facts);
     static void Throw(const CallFacts& facts, Outcome outcome);
+    /// What the server has answered.
+    Response Decode(const CallFacts& facts, std::string_view bytes) const;
 
     void InvokeInline(const CallFacts& facts, std::string_view request, Pellum::Ref<Any>& result);
     void TakeResponse(const CallFacts& facts, std::string_view bytes, Pellum::Ref<Any>& result) const;

@@ -2,6 +2,7 @@
 
 #include "tavik/fault/runtime_faults.h"
 #include "tavik/managed/managed_method.h"
+#include "tavik/rpc/correlation_ids.h"
 #include "tavik/rpc/errors.h"
 #include "tavik/rpc/message_codec.h"
 #include "tavik/rpc/server_call.h"
@@ -26,6 +27,8 @@ using Orlin::Fault::ManagedObjectNotFound;
 using Orlin::Fault::SystemError;
 
 constexpr const char* kSystemErrorReason = "the server failed to run the call";
+/// It is repeated in the response and in logs.
+constexpr std::size_t kLongestCorrelationId = 128;
 constexpr std::string_view kArgumentsPath = "arguments";
 
 /// A name out of a request in quotes, cut where it is long.
@@ -105,7 +108,7 @@ private:
     }
 
     RequestForm Begin(RequestHeader&& header) {
-        m_context = MakeContext(header);
+        MakeContext(header);
         FindTarget(header);
         FindCallee(header);
         m_call.emplace(*m_context, *m_target, *m_method, m_arrival.cancelled);
@@ -119,23 +122,29 @@ private:
         return {*m_method, m_version};
     }
 
-    Pellum::Ref<RequestContext> MakeContext(RequestHeader& header) {
+    void MakeContext(RequestHeader& header) {
         RequestContext::Values values;
         values.sessionKey = std::move(header.sessionKey);
         values.locale = std::move(header.locale);
-        values.correlationId = std::move(header.correlationId);
+        const bool isTooLong = header.correlationId.size() > kLongestCorrelationId;
+        values.correlationId = header.correlationId.empty() || isTooLong
+                                 ? m_dispatcher.m_correlationIds->Next()
+                                 : std::move(header.correlationId);
         if (header.timeout) {
             values.deadline = m_arrival.receivedAt + *header.timeout;
         }
         values.version = TypeRegistry::Instance().FindVersion(header.version);
         m_version = values.version;
-        auto context = Pellum::MakeRef<RequestContext>(std::move(values));
+        m_context = Pellum::MakeRef<RequestContext>(std::move(values));
+        if (isTooLong) {
+            throw InvalidRequest::Exception(new InvalidRequest(
+                "the correlation identifier is longer than " + std::to_string(kLongestCorrelationId)
+                + " bytes"));
+        }
         if (m_version == nullptr && !header.version.empty()) {
-            m_context = context;
             throw InvalidRequest::Exception(
                 new InvalidRequest("there is no version " + Quote(header.version)));
         }
-        return context;
     }
 
     void FindTarget(const RequestHeader& header) {
@@ -230,7 +239,10 @@ private:
 };
 
 Dispatcher::Dispatcher(ObjectTable* objects, AccessPolicy* policy, FailureLog log)
-    : m_objects(objects), m_policy(policy), m_log(std::move(log)) {
+    : m_objects(objects),
+      m_policy(policy),
+      m_log(std::move(log)),
+      m_correlationIds(std::make_unique<Rpc::CorrelationIds>()) {
     if (objects == nullptr || policy == nullptr) {
         throw Pellum::Exception("a dispatcher needs a table of objects and a policy");
     }

@@ -8,12 +8,17 @@
 #include "tavik/rpc/object_table.h"
 
 #include <atomic>
+#include <memory>
 #include <string>
 #include <string_view>
 
 namespace Tavik {
 
 class MessageCodec;
+
+namespace Rpc {
+class CorrelationIds;
+}
 
 /// The server's half of a call: from the request's bytes to those of the response. Any transport may use it.
 /// Its functions may be called from any thread.
@@ -54,6 +59,7 @@ private:
     Pellum::Ref<ObjectTable> m_objects;
     Pellum::Ref<AccessPolicy> m_policy;
     FailureLog m_log;
+    const std::unique_ptr<Rpc::CorrelationIds> m_correlationIds; ///< for calls that come without one
 };
 
 } // namespace Tavik

@@ -30,6 +30,13 @@ MessageException::MessageException(std::string path, std::string reason)
       m_path(std::move(path)),
       m_reason(std::move(reason)) {}
 
+MessageException::MessageException(const MessageException& other, const std::string& call)
+    : ExceptionImpl(call + ": " + other.what()), m_path(other.m_path), m_reason(other.m_reason) {}
+
+MessageException MessageException::Of(const std::string& call) const {
+    return {*this, call};
+}
+
 MessageException::MessageException(const MessageException& other) = default;
 MessageException& MessageException::operator=(const MessageException& other) = default;
 MessageException::~MessageException() = default;

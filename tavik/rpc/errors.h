@@ -70,7 +70,12 @@ public:
     /// What is wrong there.
     const std::string& GetReason() const noexcept { return m_reason; }
 
+    /// The same, with the call in its text: what `DescribeCall` gives.
+    [[nodiscard]] MessageException Of(const std::string& call) const;
+
 private:
+    MessageException(const MessageException& other, const std::string& call);
+
     std::string m_path;
     std::string m_reason;
 };

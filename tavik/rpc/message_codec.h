@@ -78,7 +78,8 @@ public:
     virtual Arguments DecodeRequest(std::string_view message, const BeginFunction& begin) const = 0;
 
     /// Append the response, secrets included. `result` is null for none. Throw `MessageException` when the
-    /// value can not be written; `out` may have a part of it then.
+    /// value can not be written, or the peer would refuse it because something required is unset or a
+    /// reference is of the wrong type; `out` may have a part of it then.
     virtual void EncodeResult(const ResponseForm& form, const Any* result, std::string& out) const = 0;
     virtual void EncodeFault(
         const MethodFault& fault, const Version* version, std::string_view correlationId,

@@ -120,11 +120,12 @@ bool ObjectTable::Unregister(ManagedObject& object) {
     if (reference == nullptr) {
         return false;
     }
+    const auto listeners = GetListeners(); // needs memory: while nothing has been done yet
     const auto taken = GetShard(reference->GetId()).Take(reference->GetId(), object);
     if (taken.Get() == nullptr) {
         return false;
     }
-    Tell(*taken);
+    Tell(*taken, listeners);
     return true;
 }
 
@@ -138,6 +139,7 @@ bool ObjectTable::Unregister(const MoRef& reference) {
 }
 
 void ObjectTable::Clear() {
+    const auto listeners = GetListeners();
     for (std::size_t i = 0; i < kShardCount; ++i) {
         decltype(Shard::entries) entries;
         {
@@ -146,7 +148,7 @@ void ObjectTable::Clear() {
         }
         for (const auto& [id, same] : entries) {
             for (const Entry& entry : same) {
-                Tell(*entry.object);
+                Tell(*entry.object, listeners);
             }
         }
     }
@@ -181,13 +183,13 @@ void ObjectTable::RemoveListener(Listener& listener) {
     std::erase_if(m_listeners->all, [&](const auto& known) { return known == &listener; });
 }
 
-void ObjectTable::Tell(ManagedObject& object) const {
+std::vector<Pellum::Ref<ObjectTable::Listener>> ObjectTable::GetListeners() const {
+    const std::lock_guard lock(m_listeners->mutex);
+    return m_listeners->all;
+}
+
+void ObjectTable::Tell(ManagedObject& object, const std::vector<Pellum::Ref<Listener>>& listeners) {
     object._Unregistered();
-    std::vector<Pellum::Ref<Listener>> listeners;
-    {
-        const std::lock_guard lock(m_listeners->mutex);
-        listeners = m_listeners->all;
-    }
     for (const auto& listener : listeners) {
         listener->OnUnregistered(*object._GetRef(), *object._GetType());
     }

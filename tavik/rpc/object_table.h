@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <string_view>
+#include <vector>
 
 namespace Tavik {
 
@@ -63,7 +64,8 @@ private:
     ~ObjectTable() override;
 
     Shard& GetShard(std::string_view id) const;
-    void Tell(ManagedObject& object) const;
+    std::vector<Pellum::Ref<Listener>> GetListeners() const;
+    static void Tell(ManagedObject& object, const std::vector<Pellum::Ref<Listener>>& listeners);
 
     std::unique_ptr<Shard[]> m_shards;
     std::unique_ptr<Listeners> m_listeners;

@@ -45,7 +45,13 @@ public:
     void EndObject() override { Close('}'); }
 
     bool VisitProperty(const Property& property, bool isSet) override {
-        if (!isSet || !property.IsPartOf(m_options.version)) {
+        if (!property.IsPartOf(m_options.version)) {
+            return false;
+        }
+        if (!isSet) {
+            if (m_options.requireComplete && !property.IsOptional()) {
+                Report(property.IsArray() ? "is required and has no element" : "is required and not set");
+            }
             return false;
         }
         WriteKey(property.GetName());
@@ -96,9 +102,12 @@ public:
         }
     }
 
-    void VisitReference(const MoRef& reference, const Type* /*declared*/) override {
+    void VisitReference(const MoRef& reference, const Type* declared) override {
         if (const Type* type = reference._GetType()) {
             CheckVersion(*type);
+            if (m_options.requireComplete && declared != nullptr && !type->IsA(declared)) {
+                Report(std::string("refers to a ") + type->GetName() + ", expected a " + declared->GetName());
+            }
         }
         m_out += R"({"mo": )";
         AppendQuoted(m_out, reference.GetTypeInfo().wireName);

@@ -22,6 +22,9 @@ struct PrintOptions {
     /// Type of the place that the value stands in, which may be an array's, borrowed; "$type" is left out
     /// where it is that one. Null for none.
     const Type* declaredType = nullptr;
+    /// Take it for a problem, which `TryPrint` tells of, when something required is unset or a reference is
+    /// of another type than its place is declared with: a peer would refuse the value.
+    bool requireComplete = false;
 };
 
 /// What kept a value from being written exactly, and where.

@@ -19,7 +19,9 @@ public:
 
     void GetContent(Pellum::Ref<Morvane::ServiceInstanceContent>& result) override { result.Reset(); }
 
-    Pellum::System::DateTime GetCurrentTime() override { return Pellum::System::DateTime::FromUtcTime(1'700'000'000); }
+    Pellum::System::DateTime GetCurrentTime() override {
+        return Pellum::System::DateTime::FromUtcTime(1'700'000'000);
+    }
 
     void RetrieveContent(Pellum::Ref<Morvane::ServiceInstanceContent>& result) override { result.Reset(); }
 };

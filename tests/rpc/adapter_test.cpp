@@ -198,7 +198,7 @@ TEST_F(AdapterTest, TakesTheLongestAndTheShortestTimes) {
         {context->WithDeadline(Clock::time_point::min()), "timed out"},
     };
     for (const auto& [own, end] : table) {
-        const auto other = desk->Connect(own.Get());
+        const auto other = m_desk->Connect(own.Get());
         EXPECT_EQ(EndOf([&] { other->Act(""); }), end) << own->ToString();
         auto call = StartAct(*other);
         EXPECT_EQ(EndOf(call), end) << own->ToString();
@@ -206,9 +206,9 @@ TEST_F(AdapterTest, TakesTheLongestAndTheShortestTimes) {
     auto running = Occupy();
     auto opener = std::async(std::launch::async, [this] {
         std::this_thread::sleep_for(20ms);
-        gate->Open();
+        m_gate->Open();
     });
-    desk->adapter->Shutdown(); // does not leave the method behind
+    m_desk->adapter->Shutdown(); // does not leave the method behind
     EXPECT_EQ(EndOf(running), "done");
 }
 
@@ -286,6 +286,13 @@ TEST_F(AdapterTest, SurvivesAnObjectThatGoesAway) {
     EXPECT_THROW(m_stub->Act(""), Orlin::Fault::ManagedObjectNotFound::Exception);
     auto call = StartAct(*m_stub);
     EXPECT_THROW(call.Get(), Orlin::Fault::ManagedObjectNotFound::Exception);
+    // That is for good, whoever has the identifier now.
+    m_desk->printer = Pellum::MakeRef<TestPrinter>("1");
+    m_desk->objects->Register(*m_desk->printer);
+    EXPECT_THROW(m_stub->Reset(), Orlin::Fault::ManagedObjectNotFound::Exception);
+    auto again = StartAct(*m_stub);
+    EXPECT_THROW(again.Get(), Orlin::Fault::ManagedObjectNotFound::Exception);
+    m_desk->Connect()->Reset();
 }
 
 TEST_F(AdapterTest, LogsWhatCallbacksThrow) {

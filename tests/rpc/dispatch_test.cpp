@@ -4,6 +4,7 @@
 #include "tests/rpc/fire.h"
 #include "tests/rpc/jam.h"
 #include "tests/rpc/photo_jam.h"
+#include "tests/rpc/torn_sheet.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -53,9 +54,10 @@ TEST(DispatchTest, AnswersInTheFormThatPeopleRead) {
         Serve(desk, Ask("DeskPrint", R"("sheet": {"title": "a"}, "copies": 2, "pin": "1")")),
         R"({"correlation": "c", "result": 2})");
     EXPECT_EQ(Serve(desk, Ask("DeskReset", "")), R"({"correlation": "c"})");
-    EXPECT_EQ(
+    // A call that comes without an identifier gets one.
+    EXPECT_THAT(
         Serve(desk, R"({"on": {"id": "1", "mo": "DeskPrinter"}, "of": "DeskPrinter", "property": "queue"})"),
-        R"({"result": [{"title": "a"}]})");
+        testing::MatchesRegex(R"(\{"correlation": "[0-9a-f]+-[0-9a-f]+", "result": \[\{"title": "a"\}\]\})"));
     EXPECT_EQ(
         Serve(desk, Ask("DeskAlign", R"("by": 3)", {}, "DeskPhotoPrinter")),
         R"({"correlation": "c", "result": 3000000000})");
@@ -75,6 +77,9 @@ TEST(DispatchTest, ChecksBeforeTheMethodRuns) {
          {Ask("DeskScan", "", kVersion1), "is not part of version desk.version.version1"},
          {Ask("DeskScan", ""), R"("result": "grey")"},
          {Ask("DeskReset", "", R"("version": "desk.version.none", )"), "there is no version"},
+         {R"({"method": "DeskReset", "of": "DeskPrinter", "correlation": ")" + std::string(129, 'c')
+              + R"(", "on": {"mo": "DeskPrinter", "id": "1"}})",
+          "the correlation identifier is longer than 128 bytes"},
          {Ask("DeskPrint", R"("pin": "1")"),
           R"("InvalidArgument", "invalidProperty": "sheet", "reason": "the argument is required")"},
          {Ask("DeskPrint", R"("sheet": null, "pin": "1")"), R"("invalidProperty": "sheet")"}});
@@ -203,6 +208,14 @@ TEST(DispatchTest, TellsTheClientWhatIsItsBusiness) {
                  new Orlin::Fault::InvalidArgument("what", "dull"));
          },
          R"({"$type": "InvalidArgument", "invalidProperty": "what", "reason": "dull"})", ""},
+        {[] { throw Desk::TornSheet::Exception(nullptr, nullptr); }, hidden,
+         "fault.sheet: is required and not set"},
+        {[] {
+             throw Desk::TornSheet::Exception(
+                 Pellum::MakeRef<Desk::Sheet>().Get(),
+                 Pellum::MakeRef<Tavik::MoRef>(&Desk::gDeskPrinterTypeInfo, "1").Get());
+         },
+         hidden, "fault.printer: refers to a desk.Printer, expected a desk.PhotoPrinter"},
         {[] { throw Desk::Fire::Exception("cellar"); }, hidden,
          "Desk::Fire::Exception: desk.Fire (the method does not declare this fault)"},
         {[] { throw Tavik::RuntimeFault::Exception(); }, hidden, "orlin.RuntimeFault"},

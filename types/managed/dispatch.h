@@ -101,7 +101,11 @@ void ManagedFunctions<T>::Dispatch(
 template <class T>
 Tavik::ManagedObject* ManagedFunctions<T>::CreateStub(
     Tavik::MoRef* reference, Tavik::StubAdapter* adapter, Tavik::RequestContext* context) {
-    return new (std::nothrow) typename InterfaceTraits<T>::Stub(reference, adapter, context);
+    try {
+        return new (std::nothrow) typename InterfaceTraits<T>::Stub(reference, adapter, context);
+    } catch (const std::bad_alloc&) { // the adapter has none for it
+        return nullptr;
+    }
 }
 
 } // namespace Morvane::Support

@@ -30,6 +30,9 @@ public:
         m_options.showSecrets = showSecrets;
     }
 
+    /// Values that follow must be such that a peer takes them.
+    void RequireComplete() { m_options.requireComplete = true; }
+
     void Begin(std::string_view name = {}) {
         if (!name.empty()) {
             Key(name);
@@ -157,6 +160,9 @@ void WriteRequest(const RequestParts& parts, bool showSecrets, std::string& out)
 
 void WriteResult(const ResponseForm& form, const Any* result, bool showSecrets, std::string& out) {
     MessageWriter writer(form.version, showSecrets, out);
+    if (showSecrets) { // for the peer, not for a log
+        writer.RequireComplete();
+    }
     writer.Begin();
     writer.Text(Member::kCorrelation, form.correlationId);
     if (result != nullptr) {
@@ -174,6 +180,9 @@ void WriteFault(
     const MethodFault& fault, const Version* version, std::string_view correlationId, bool showSecrets,
     std::string& out) {
     MessageWriter writer(version, showSecrets, out);
+    if (showSecrets) {
+        writer.RequireComplete();
+    }
     writer.Begin();
     writer.Text(Member::kCorrelation, correlationId);
     writer.Value({}, Member::kFault, &fault, static_cast<const Type*>(nullptr));
