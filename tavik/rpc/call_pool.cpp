@@ -240,9 +240,7 @@ void CallPool::StartWorker() {
 void CallPool::LookForWork(Lock& lock) {
     ++m_looking;
     lock.unlock();
-    for (int i = 0; i < kYields && m_queued.load(std::memory_order_relaxed) == 0; ++i) {
-        std::this_thread::yield();
-    }
+    YieldUntil([this] { return m_queued.load(std::memory_order_relaxed) != 0; });
     lock.lock();
     --m_looking;
 }

@@ -84,9 +84,7 @@ void PendingCall::Signal(Outcome outcome, std::string response) {
 }
 
 Outcome PendingCall::Wait(const std::optional<Clock::time_point>& until) {
-    for (int i = 0; i < kYields && !m_isOver.load(std::memory_order_acquire); ++i) {
-        std::this_thread::yield();
-    }
+    YieldUntil([this] { return m_isOver.load(std::memory_order_acquire); });
     std::unique_lock lock(m_mutex);
     const auto isOver = [this] { return m_outcome != Outcome::None; };
     if (until) {

@@ -14,6 +14,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <thread>
 #include <utility>
 
 namespace Tavik::Rpc {
@@ -23,9 +24,16 @@ class PendingCall;
 
 using Clock = std::chrono::steady_clock;
 
-/// How often a thread lets others run before it sleeps for want of work. A call mostly changes hands in that
-/// time, which is less than half of the work of falling asleep and being woken.
-inline constexpr int kYields = 2;
+/// Lets other threads run until the time has come, but not for longer than it takes to fall asleep and be
+/// woken: in that time a call mostly changes hands.
+template <class Ready>
+void YieldUntil(Ready isReady) {
+    constexpr auto kPatience = std::chrono::microseconds(20);
+    const Clock::time_point end = Clock::now() + kPatience;
+    while (!isReady() && Clock::now() < end) {
+        std::this_thread::yield();
+    }
+}
 
 using Timers = std::multimap<Clock::time_point, PendingCall*>;
 

@@ -45,13 +45,13 @@ public:
     void EndObject() override { Close('}'); }
 
     bool VisitProperty(const Property& property, bool isSet) override {
-        if (!property.IsPartOf(m_options.version)) {
-            return false;
-        }
         if (!isSet) {
-            if (m_options.requireComplete && !property.IsOptional()) {
+            if (m_options.requireComplete && !property.IsOptional() && property.IsPartOf(m_options.version)) {
                 Report(property.IsArray() ? "is required and has no element" : "is required and not set");
             }
+            return false;
+        }
+        if (!property.IsPartOf(m_options.version)) {
             return false;
         }
         WriteKey(property.GetName());
