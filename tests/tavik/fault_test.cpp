@@ -260,7 +260,9 @@ TEST(RuntimeFaults, SayWhatIsWrongAsContent) {
     EXPECT_EQ(
         argument->ToString(),
         R"({"$type": "InvalidArgument", "invalidProperty": "spec.location", "reason": "is empty"})");
-    EXPECT_EQ(What(*argument), R"(orlin.fault.InvalidArgument: invalidProperty = "spec.location", reason = "is empty")");
+    EXPECT_EQ(
+        What(*argument),
+        R"(orlin.fault.InvalidArgument: invalidProperty = "spec.location", reason = "is empty")");
     const auto error = MakeRef<SystemError>("the call failed", "4711");
     EXPECT_EQ(error->GetReason(), "the call failed");
     EXPECT_EQ(error->GetCorrelationId(), "4711");
