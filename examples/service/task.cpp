@@ -19,6 +19,7 @@
 
 #include <chrono>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace Example {
@@ -57,13 +58,13 @@ std::vector<std::string> FindVolumes(const Morvane::Task::TaskSpec& request) {
 } // namespace
 
 Task::Task(std::string id, std::string userName, Morvane::Task::TaskSpec& request, EventManager& events)
-    : ServerObject(Morvane::gMorvaneTaskTaskTypeInfo, id),
+    : ServerObject(Morvane::gMorvaneTaskTaskTypeInfo, std::move(id)),
       m_request(&request),
       m_events(events),
       m_userName(std::move(userName)),
       m_chain(events.NewChain()),
       m_info(Pellum::MakeRef<TaskInfo>()) {
-    m_info->SetKey(id);
+    m_info->SetKey(_GetRef()->GetId());
     m_info->SetTask(_GetRef());
     m_info->SetDescriptionId(Morvane::Task::TaskManager::METHOD_CREATETASK);
     m_info->SetUserName(Pellum::Optional<std::string>(m_userName));
