@@ -20,7 +20,7 @@ inline std::string Show(const Pellum::Ref<Tavik::Any>& value) {
 
 /// A stub of a type with every kind of method, and what it sends.
 class CallerTest : public testing::Test {
-protected:
+public:
     /// A stub of any class for a reference of that type.
     template <class Stub>
     Pellum::Ref<Stub> MakeStub(const Tavik::TypeInfo& type) const {
