@@ -18,6 +18,7 @@
 #include "types/api/task/task_manager.h"
 
 #include <chrono>
+#include <iostream>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -87,7 +88,9 @@ void Task::Run(const std::stop_token& stop) {
     } catch (Tavik::MethodFault::Exception& failure) {
         error = failure.GetFault();
     } catch (const std::exception& failure) {
-        error = Pellum::MakeRef<Orlin::Fault::SystemError>(failure.what(), m_info->GetKey());
+        // What went wrong inside is for the log; the client learns where to look.
+        std::cerr << _GetRef()->GetId() << ": " << failure.what() << '\n';
+        error = Pellum::MakeRef<Orlin::Fault::SystemError>("the conversion failed", _GetRef()->GetId());
     }
     if (error) {
         m_events.Record<Morvane::Event::CloningFailedEvent>(

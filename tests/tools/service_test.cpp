@@ -89,6 +89,12 @@ TEST_F(ServiceTest, RefusesWithFaultsThatClientsAreTold) {
     EXPECT_THROW(
         tasks->CreateCollector(MakeRef<Morvane::Task::TaskFilterSpec>().Get(), collector),
         Zabro::Fault::InvalidState::Exception);
+    Ref<TaskInfo> info;
+    tasks->CreateTask(MakeRequest(0).Get(), info);
+    Ref<Morvane::Task::TaskSpec> request; // has passwords, which are not everybody's business
+    tasks->GetTaskSpec(info->GetTask(), request);
+    EXPECT_NE(request, nullptr);
+    EXPECT_THROW(visited->GetTaskSpec(info->GetTask(), request), Zabro::Fault::NoPermission::Exception);
 }
 
 TEST_F(ServiceTest, EndsTasksWithoutVolumesAndThoseThatAreCancelledInTheQueue) {
