@@ -93,6 +93,9 @@ private:
         m_json.BeginObject();
         DumpTypeHead(type);
         Flag("open", type.isOpen);
+        if (type.httpStatus != 0) {
+            Field("http", std::to_string(type.httpStatus));
+        }
         DumpUses("properties", type.properties);
         m_json.EndObject();
     }

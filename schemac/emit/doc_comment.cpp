@@ -16,7 +16,10 @@ std::string TypeDoc(const Model::Type& type) {
     const Model::DataType* data = type.AsData();
     return DocComment(
         type.doc + "\nWire name `" + type.wireName + "`; since " + type.version->fullName + "."
-        + (data != nullptr && data->isOpen ? "\nOpen: `_GetContent` holds whatever properties arrive." : ""));
+        + (data != nullptr && data->isOpen ? "\nOpen: `_GetContent` holds whatever properties arrive." : "")
+        + (data != nullptr && data->httpStatus != 0
+               ? "\nHTTP status " + std::to_string(data->httpStatus) + "."
+               : ""));
 }
 
 std::string TypeText(const Model::Property& property) {

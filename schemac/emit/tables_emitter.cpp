@@ -71,13 +71,13 @@ namespace $tables$ {
 namespace {
 
 $dataTypes$
-$openTypes$
+$traits$
 $enums$
 $managed$
 /// The types in slot order; null until the loader function has run.
 Tavik::Type* slots[$slotCount$];
 
-constexpr Tavik::TypeLibrary kLibrary = {$dataSpan$, $openSpan$, $enumSpan$, $managedSpan$, slots, &kRegistration};
+constexpr Tavik::TypeLibrary kLibrary = {$dataSpan$, $traitsSpan$, $enumSpan$, $managedSpan$, slots, &kRegistration};
 
 } // namespace
 
@@ -161,12 +161,12 @@ public:
                             {"includes", Includes()},
                             {"externs", Externs()},
                             {"dataTypes", DataTypes()},
-                            {"openTypes", OpenTypes()},
+                            {"traits", Traits()},
                             {"enums", Enums()},
                             {"managed", ManagedTypes()},
                             {"slotCount", std::to_string(slotCount)},
                             {"dataSpan", m_module.DataTypes().empty() ? "{}" : "dataTypes"},
-                            {"openSpan", OpenTypes().empty() ? "{}" : "openTypes"},
+                            {"traitsSpan", Traits().empty() ? "{}" : "traits"},
                             {"enumSpan", m_module.EnumTypes().empty() ? "{}" : "enums"},
                             {"managedSpan", m_module.ManagedTypes().empty() ? "{}" : "managedTypes"},
                             {"importAddresses", Lines(
@@ -319,18 +319,21 @@ private:
         return rows.empty() ? rows : "constinit Tavik::DataTypeInfo dataTypes[] = {\n" + rows + "};\n";
     }
 
-    /// What finds the content of objects of open types. Derived types find it like their bases.
-    std::string OpenTypes() const {
+    /// What the records do not say: what finds the content of objects of open types, and the HTTP status of
+    /// faults. Derived types take both over from their bases.
+    std::string Traits() const {
         std::string rows;
         for (std::size_t i = 0; i < m_module.DataTypes().size(); ++i) {
             const Model::DataType& type = *m_module.DataTypes()[i];
-            if (type.AddsOpenContent()) {
-                rows += "    {" + std::to_string(i) + ", &Tavik::OpenContentOf<"
-                      + Naming::QualifiedClassName(type) + ">},\n";
+            if (type.AddsOpenContent() || type.httpStatus != 0) {
+                const std::string content =
+                    type.AddsOpenContent() ? "&Tavik::OpenContentOf<" + Naming::QualifiedClassName(type) + ">"
+                                           : "nullptr";
+                rows += "    {" + std::to_string(i) + ", {" + content + ", " + std::to_string(type.httpStatus)
+                      + "}},\n";
             }
         }
-        return rows.empty() ? rows
-                            : "constexpr Tavik::OpenTypeRegistration openTypes[] = {\n" + rows + "};\n";
+        return rows.empty() ? rows : "constexpr Tavik::DataTypeTraitsRow traits[] = {\n" + rows + "};\n";
     }
 
     std::string Enums() const {

@@ -115,6 +115,7 @@ struct DataType final : Type {
     const Type* base = nullptr;
     std::vector<Property> properties; ///< own properties, in written order
     bool isOpen = false;              ///< contents are not described here
+    int httpStatus = 0; ///< of a fault: that of the response which carries it; 0 for that of the base
 
     bool IsFault() const { return kind == TypeKind::Fault; }
 

@@ -158,8 +158,12 @@ private:
         while (IsWordCharacter(Peek())) {
             ++m_position;
         }
-        const TokenKind kind = IsDigit(m_text[start]) ? TokenKind::Other : TokenKind::Name;
-        Add(kind, start, m_text.substr(start, m_position - start));
+        const std::string_view word = m_text.substr(start, m_position - start);
+        const bool isNumber = std::all_of(word.begin(), word.end(), IsDigit);
+        const TokenKind kind = isNumber              ? TokenKind::Number
+                             : IsDigit(word.front()) ? TokenKind::Other
+                                                     : TokenKind::Name;
+        Add(kind, start, word);
     }
 
     void ReadText() {

@@ -219,6 +219,11 @@ private:
         return {std::string(token.text), token.span};
     }
 
+    Name ParseNumber(std::string_view expected) {
+        const Token token = Expect(TokenKind::Number, expected);
+        return {std::string(token.text), token.span};
+    }
+
     QualifiedName ParseQualifiedName(std::string_view expected) {
         QualifiedName name;
         Name part = ParseName(expected);
@@ -328,7 +333,7 @@ private:
         const Token& token = Ahead(keyword);
         const TokenKind next = Ahead(keyword + 1).kind;
         return token.kind == TokenKind::Name && FindTypeKeyword(token.text) != nullptr
-            && (next == TokenKind::Name || next == TokenKind::Other);
+            && (next == TokenKind::Name || next == TokenKind::Number || next == TokenKind::Other);
     }
 
     std::unique_ptr<TypeDecl> ParseType(int depth) {
@@ -379,12 +384,17 @@ private:
             } else if (AcceptWord("since")) {
                 CheckOnce(type.since.has_value(), clause, "since");
                 type.since = ParseDottedName("the name of a version");
+            } else if (type.kind == TypeDeclKind::Fault && AcceptWord("http")) {
+                CheckOnce(type.httpStatus.has_value(), clause, "http");
+                type.httpStatus = ParseNumber("an HTTP status");
             } else {
                 break;
             }
         }
         if (!Is(TokenKind::LeftBrace) && !Is(TokenKind::Semicolon) && !Current().startsLine) {
-            Fail("'wire', 'since', '{' or ';'");
+            Fail(
+                type.kind == TypeDeclKind::Fault ? "'wire', 'since', 'http', '{' or ';'"
+                                                 : "'wire', 'since', '{' or ';'");
         }
         if (!type.wire) {
             m_reporter.Report(type.name.span, Diagnostics::kMissingWire, type.name.text, type.name.text);

@@ -67,6 +67,7 @@ struct TypeDecl {
     std::optional<QualifiedName> base;
     std::optional<Name> wire;           ///< always there in a file without errors
     std::optional<QualifiedName> since; ///< always there in a file without errors
+    std::optional<Name> httpStatus;     ///< digits
     std::vector<PropertyDecl> properties;
     std::vector<MethodDecl> methods;
     std::vector<TagDecl> tags;

@@ -23,7 +23,8 @@ enum class TokenKind : std::uint8_t {
     Comma,
     Dot,
     Arrow,
-    Other, ///< a character or number that stands nowhere in a schema
+    Number, ///< digits only
+    Other,  ///< a character, or a word that begins with a digit, that stands nowhere in a schema
     End,
 };
 

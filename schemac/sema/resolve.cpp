@@ -5,6 +5,7 @@
 #include "schemac/sema/steps.h"
 
 #include <algorithm>
+#include <charconv>
 
 namespace Schemac::Sema {
 
@@ -46,6 +47,7 @@ public:
     void Run() {
         if (Model::DataType* data = m_entry.Data()) {
             data->isOpen = m_entry.decl->isOpen;
+            data->httpStatus = ResolveHttpStatus();
             data->properties = ResolveProperties(m_entry.decl->properties, m_entry.type->version);
         } else if (Model::ManagedType* managed = m_entry.Managed()) {
             managed->properties = ResolveProperties(m_entry.decl->properties, m_entry.type->version);
@@ -63,6 +65,16 @@ private:
     const Model::Version* ResolveSince(
         const std::optional<Syntax::QualifiedName>& since, const Model::Version* inherited) const {
         return since ? FindVersion(m_program, *since, m_entry.nameSpace) : inherited;
+    }
+
+    /// Zero for a number that is no status: a rule reports it.
+    int ResolveHttpStatus() const {
+        const std::optional<Syntax::Name>& digits = m_entry.decl->httpStatus;
+        int status = 0;
+        if (digits) {
+            std::from_chars(digits->text.data(), digits->text.data() + digits->text.size(), status);
+        }
+        return status;
     }
 
     Model::Property ResolveProperty(const Syntax::PropertyDecl& decl, const Model::Version* inherited) const {

@@ -23,6 +23,7 @@ constexpr TypeRule kTypeRules[] = {
     CheckSecrets,
     CheckArrayElements,
     CheckOpenType,
+    CheckHttpStatus,
     CheckEnumHasTags,
     CheckThrows,
     CheckResultSince,

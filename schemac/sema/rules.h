@@ -21,6 +21,7 @@ void CheckFlags(Program& program, const TypeEntry& entry);
 void CheckSecrets(Program& program, const TypeEntry& entry);
 void CheckArrayElements(Program& program, const TypeEntry& entry);
 void CheckOpenType(Program& program, const TypeEntry& entry);
+void CheckHttpStatus(Program& program, const TypeEntry& entry);
 void CheckEnumHasTags(Program& program, const TypeEntry& entry);
 void CheckThrows(Program& program, const TypeEntry& entry);
 void CheckResultSince(Program& program, const TypeEntry& entry);

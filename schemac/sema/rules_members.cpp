@@ -1,3 +1,4 @@
+#include "pellum/http/response_code.h"
 #include "schemac/diagnostic/catalogue.h"
 #include "schemac/sema/describe.h"
 #include "schemac/sema/rules.h"
@@ -198,6 +199,18 @@ void CheckOpenType(Program& program, const TypeEntry& entry) {
     if (entry.decl->isOpen && !entry.decl->properties.empty()) {
         const Span& place = entry.decl->properties.front().name.span;
         program.reporter.Report(place, Diagnostics::kOpenTypeMember, entry.type->name);
+    }
+}
+
+void CheckHttpStatus(Program& program, const TypeEntry& entry) {
+    const std::optional<Syntax::Name>& written = entry.decl->httpStatus;
+    if (!written) {
+        return;
+    }
+    const Pellum::Http::ResponseCode::Info* status =
+        Pellum::Http::ResponseCode::Find(entry.Data()->httpStatus);
+    if (status == nullptr || status->code < Pellum::Http::ResponseCode::kBadRequest.code) {
+        program.reporter.Report(written->span, Diagnostics::kNotAnErrorStatus, written->text);
     }
 }
 

@@ -1,7 +1,6 @@
 #include "tavik/fault/method_fault.h"
 
 #include "tavik/fault/fault_message.h"
-#include "tavik/fault/http_mapping.h"
 #include "tavik/type/data_object_type.h"
 #include "tavik/type/type_of.h"
 #include "tavik/value/clone.h"
@@ -48,7 +47,8 @@ DataObjectType* MethodFault::_GetDataType() const {
 }
 
 const Pellum::Http::ResponseCode::Info& MethodFault::GetHttpMapping() const {
-    return FindHttpMapping(_GetDataType());
+    const DataObjectType* const type = _GetDataType();
+    return type != nullptr ? type->GetHttpStatus() : Pellum::Http::ResponseCode::kInternalServerError;
 }
 
 void MethodFault::ThrowInternal() {

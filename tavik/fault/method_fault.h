@@ -26,8 +26,8 @@ public:
     MethodFault* _Clone() const override;
     DataObjectType* _GetDataType() const override;
 
-    /// The HTTP status that says best what has failed; a constant. By the type, or the nearest base that the
-    /// table in `http_mapping.cpp` knows, else 500.
+    /// The HTTP status that says best what has failed; a constant. By the type, or the nearest base that has
+    /// one, else 500, which is also the answer before the types are loaded.
     virtual const Pellum::Http::ResponseCode::Info& GetHttpMapping() const;
 
 protected:

@@ -8,11 +8,11 @@ namespace {
 
 void FillSlots(const TypeLibrary& library) {
     Type** slot = library.slots;
-    auto open = library.openTypes.begin();
+    auto row = library.traits.begin();
     for (std::size_t i = 0; i < library.dataTypes.size(); ++i) {
         const DataTypeInfo& info = library.dataTypes[i];
-        const bool isOpen = open != library.openTypes.end() && open->index == i;
-        *slot++ = isOpen ? CreateOpenDataObjectType(&info, (open++)->content) : CreateDataObjectType(&info);
+        const bool hasTraits = row != library.traits.end() && row->index == i;
+        *slot++ = hasTraits ? CreateDataObjectType(&info, (row++)->traits) : CreateDataObjectType(&info);
     }
     for (const EnumRegistration& registration : library.enums) {
         *slot++ = registration.create(registration.info, registration.functions);

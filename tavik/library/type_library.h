@@ -31,10 +31,10 @@ struct EnumRegistration {
     EnumType* (*create)(const EnumTypeInfo* info, const EnumFuncs* functions);
 };
 
-/// One of a library's data types that is open and does not derive from one that is.
-struct OpenTypeRegistration {
+/// The traits of one of a library's data types that has some.
+struct DataTypeTraitsRow {
     std::size_t index; ///< among the data types
-    OpenContentFunction content;
+    DataTypeTraits traits;
 };
 
 /// `PropertyIndexFunction` over a list of property names, inherited ones first. A name that is declared again
@@ -52,7 +52,7 @@ int FindPropertyIndex(const char* name, std::size_t length) {
 /// enumerations, then managed types.
 struct TypeLibrary {
     std::span<const DataTypeInfo> dataTypes;
-    std::span<const OpenTypeRegistration> openTypes; ///< by rising index
+    std::span<const DataTypeTraitsRow> traits; ///< by rising index
     std::span<const EnumRegistration> enums;
     std::span<const ManagedTypeInfo> managedTypes;
     Type** slots;

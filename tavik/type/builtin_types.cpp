@@ -130,9 +130,9 @@ Type* MakeData() {
     return CreateDataObjectType(&info);
 }
 
-template <class T, const DataTypeInfo& info>
-Type* MakeOpenData() {
-    return CreateOpenDataObjectType(&info, &OpenContentOf<T>);
+template <class T, const DataTypeInfo& info, int httpStatus>
+Type* MakeOpenFault() {
+    return CreateDataObjectType(&info, {&OpenContentOf<T>, httpStatus});
 }
 
 template <const ManagedTypeInfo& info>
@@ -156,10 +156,10 @@ constexpr Type* (*kBuiltins[])() = {
     &MakeData<kDynamicData>,
     &MakeData<kMethodFault>,
     &MakeData<kRuntimeFault>,
-    &MakeOpenData<InvalidArgument, kInvalidArgument>,
-    &MakeOpenData<InvalidRequest, kInvalidRequest>,
-    &MakeOpenData<ManagedObjectNotFound, kManagedObjectNotFound>,
-    &MakeOpenData<SystemError, kSystemError>,
+    &MakeOpenFault<InvalidArgument, kInvalidArgument, 400>,
+    &MakeOpenFault<InvalidRequest, kInvalidRequest, 400>,
+    &MakeOpenFault<ManagedObjectNotFound, kManagedObjectNotFound, 404>,
+    &MakeOpenFault<SystemError, kSystemError, 500>,
     &MakeManaged<kManagedObject>,
     &MakeManaged<kPropertyCollector>,
 };

@@ -46,8 +46,12 @@ void Property::Reset(Any* object) const {
     reset(object, m_index);
 }
 
-DataObjectType::DataObjectType(const DataTypeInfo* info, OpenContentFunction content)
-    : Type(info->type), m_dataInfo(info), m_content(content), m_isDeclaredOpen(content != nullptr) {}
+DataObjectType::DataObjectType(const DataTypeInfo* info, const DataTypeTraits& traits)
+    : Type(info->type),
+      m_dataInfo(info),
+      m_content(traits.content),
+      m_isDeclaredOpen(traits.content != nullptr),
+      m_httpStatus(Pellum::Http::ResponseCode::Find(traits.httpStatus)) {}
 
 DataObjectType::~DataObjectType() = default;
 
@@ -71,6 +75,7 @@ void DataObjectType::Resolve(TypeRegistry& registry) {
                 m_base = dataBase;
                 m_all = dataBase->m_all;
                 m_content = m_content != nullptr ? m_content : dataBase->m_content;
+                m_httpStatus = m_httpStatus != nullptr ? m_httpStatus : dataBase->m_httpStatus;
             }
         }
     }
@@ -115,6 +120,10 @@ const OpenContent* DataObjectType::GetOpenContent(const DataObject& object) cons
     return GetOpenContent(const_cast<DataObject&>(object));
 }
 
+const Pellum::Http::ResponseCode::Info& DataObjectType::GetHttpStatus() const {
+    return m_httpStatus != nullptr ? *m_httpStatus : Pellum::Http::ResponseCode::kInternalServerError;
+}
+
 DataObject* DataObjectType::New() const {
     return m_dataInfo->create();
 }
@@ -127,8 +136,8 @@ DataObjectType* CreateDataObjectType(const DataTypeInfo* info) {
     return new DataObjectType(info);
 }
 
-DataObjectType* CreateOpenDataObjectType(const DataTypeInfo* info, OpenContentFunction content) {
-    return new DataObjectType(info, content);
+DataObjectType* CreateDataObjectType(const DataTypeInfo* info, const DataTypeTraits& traits) {
+    return new DataObjectType(info, traits);
 }
 
 } // namespace Tavik

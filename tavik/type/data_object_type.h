@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pellum/http/response_code.h"
 #include "tavik/type/type.h"
 
 #include <string>
@@ -73,11 +74,17 @@ private:
 /// The content of an object of an open type, borrowed. The object is of the type's class or derived from it.
 using OpenContentFunction = OpenContent* (*)(DataObject* object);
 
+/// What a data or fault type has besides what its record says. Types take over from their bases what they do
+/// not have themselves.
+struct DataTypeTraits {
+    OpenContentFunction content = nullptr; ///< of a type that is open
+    int httpStatus = 0;                    ///< of a fault; 0 where it says nothing of it
+};
+
 /// A data object or fault type.
 class TAVIK_API DataObjectType final : public Type {
 public:
-    /// `content` is null for a type that is not open by itself.
-    explicit DataObjectType(const DataTypeInfo* info, OpenContentFunction content = nullptr);
+    explicit DataObjectType(const DataTypeInfo* info, const DataTypeTraits& traits = {});
     ~DataObjectType() override;
 
     const DataTypeInfo& GetDataTypeInfo() const { return *m_dataInfo; }
@@ -108,6 +115,10 @@ public:
     OpenContent* GetOpenContent(DataObject& object) const;
     const OpenContent* GetOpenContent(const DataObject& object) const;
 
+    /// The status of an HTTP response that carries a fault of this type, a constant; 500 unless the type or a
+    /// base has another.
+    const Pellum::Http::ResponseCode::Info& GetHttpStatus() const;
+
     /// A new object, zero-filled and default-constructed, created with no count; null when out of memory.
     DataObject* New() const;
     ArrayBase* NewArray() const override;
@@ -122,6 +133,7 @@ private:
     const DataTypeInfo* m_dataInfo;
     OpenContentFunction m_content; ///< the type's own, or that of a base
     const bool m_isDeclaredOpen;
+    const Pellum::Http::ResponseCode::Info* m_httpStatus; ///< the type's own, that of a base, or null
     DataObjectType* m_base = nullptr;
     bool m_resolved = false;
     std::vector<Property> m_own;
@@ -131,7 +143,7 @@ private:
 
 /// Makes the type object of a record; called by a library's loader function. The runtime owns the object.
 TAVIK_API DataObjectType* CreateDataObjectType(const DataTypeInfo* info);
-/// The same for an open type. What derives from one is open without further ado.
-TAVIK_API DataObjectType* CreateOpenDataObjectType(const DataTypeInfo* info, OpenContentFunction content);
+/// The same for a type with traits.
+TAVIK_API DataObjectType* CreateDataObjectType(const DataTypeInfo* info, const DataTypeTraits& traits);
 
 } // namespace Tavik

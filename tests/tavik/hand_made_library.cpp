@@ -46,7 +46,7 @@ const Tavik::TypeInfo* HandMadeLibrary::AddData(
     record.base = base;
     record.properties = m_properties.emplace_back(std::move(properties)).data();
     m_slots.emplace_back([&record, isOpen] {
-        return isOpen ? Tavik::CreateOpenDataObjectType(&record, &NoContent)
+        return isOpen ? Tavik::CreateDataObjectType(&record, {&NoContent})
                       : Tavik::CreateDataObjectType(&record);
     });
     return info;

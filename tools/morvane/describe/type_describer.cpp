@@ -108,6 +108,11 @@ private:
         m_page.Fact("wire name", m_type.GetWireName());
         m_page.Fact("kind", GetKindName(m_type.GetKind()));
         m_page.Fact("since", GetFullName(m_type.GetVersion()));
+        const auto* dataType = dynamic_cast<const Tavik::DataObjectType*>(&m_type);
+        if (dataType != nullptr && dataType->IsFault()) {
+            const Pellum::Http::ResponseCode::Info& status = dataType->GetHttpStatus();
+            m_page.Fact("HTTP status", std::to_string(status.code) + " " + status.reason);
+        }
         DescribeClass(m_type, m_page);
     }
 
