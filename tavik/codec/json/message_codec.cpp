@@ -1,6 +1,8 @@
 #include "tavik/codec/json/message_codec.h"
 
-#include "tavik/codec/json/message_builder.h"
+#include "tavik/codec/json/message_members.h"
+#include "tavik/codec/json/request_builder.h"
+#include "tavik/codec/json/response_builder.h"
 #include "tavik/managed/managed_method.h"
 #include "tavik/managed/request_context.h"
 #include "tavik/rpc/errors.h"
