@@ -1,0 +1,93 @@
+#pragma once
+
+#include "tavik/type/type.h"
+#include "tavik/type/type_registry.h"
+#include "tests/layout/raw_memory.h"
+
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <initializer_list>
+
+/// What the tests of several kinds of records have in common.
+namespace LayoutTests {
+
+inline constexpr std::size_t kDataTypeCount = 581;
+inline constexpr std::size_t kEnumCount = 38;
+inline constexpr std::size_t kManagedTypeCount = 30;
+
+/// The library whose version record says that its namespace is "morvane".
+inline const Tavik::LoadedLibrary& GetLibrary() {
+    static const std::vector<Tavik::LoadedLibrary> libraries = Tavik::TypeRegistry::Instance().GetLibraries();
+    for (const Tavik::LoadedLibrary& library : libraries) {
+        if (Record(kVersions, library.versions).Text(0) == "morvane") {
+            return library;
+        }
+    }
+    throw std::logic_error("the library is not loaded");
+}
+
+/// The exported record of a type of the library, which the registered type has to agree with.
+inline void ExpectTypeInfo(const void* address, std::uint32_t kind, const Tavik::Type& type) {
+    const Record info(kTypeInfo, address);
+    EXPECT_EQ(address, &type.GetInfo());
+    EXPECT_EQ(info.Word(0), kind);
+    EXPECT_EQ(info.Pointer(4), type.GetName());
+    EXPECT_EQ(info.Pointer(8), type.GetWireName());
+    EXPECT_EQ(info.Pointer(12), type.GetInfo().version);
+    EXPECT_TRUE(info.Text(4).starts_with("morvane."));
+    EXPECT_EQ(info.Text(8).find('.'), std::string_view::npos);
+    EXPECT_TRUE(info.Text(12).starts_with("morvane.version.v"));
+    EXPECT_EQ(address, FindTypeInfo(info.Text(4)));
+}
+
+/// A row of a list of properties, parameters or results, which `described` has to agree with.
+inline void ExpectRow(
+    const Record& row, std::initializer_list<std::uint32_t> flags,
+    const Tavik::PropertyDescriptor& described) {
+    EXPECT_EQ(row.Address(), &described);
+    EXPECT_EQ(row.Pointer(0), described.type);
+    EXPECT_EQ(row.Word(4), described.flags);
+    EXPECT_EQ(row.Pointer(8), described.name);
+    EXPECT_EQ(row.Pointer(16), described.version);
+    EXPECT_THAT(flags, testing::Contains(row.Word(4)));
+    EXPECT_EQ(row.Word(12), 0U);
+    EXPECT_NE(row.Text(16).find(".version.v"), std::string_view::npos) << row.Text(16);
+    if (row.Pointer(0) != nullptr) {
+        const Record type(kTypeInfo, row.Pointer(0));
+        EXPECT_EQ(FindTypeInfo(type.Text(4)), type.Address()) << type.Text(4);
+    }
+}
+
+/// Calls `read` with each row of a list, which ends with one whose name is null, and counts them.
+inline std::size_t ForEachRow(
+    Record row, std::size_t nameOffset,
+    const std::function<void(const Record& row, std::size_t index)>& read) {
+    std::size_t count = 0;
+    for (; row.Pointer(nameOffset) != nullptr && count < 100; row = row.Next()) {
+        SCOPED_TRACE(row.Text(nameOffset));
+        read(row, count++);
+    }
+    EXPECT_LT(count, 100U) << "no end";
+    return count;
+}
+
+/// One row, spelt out.
+struct ExpectedRow {
+    std::string_view type;
+    std::uint32_t flags;
+    std::string_view name;
+    std::string_view version;
+};
+
+inline void ExpectRows(const Record& first, const std::vector<ExpectedRow>& expected) {
+    EXPECT_EQ(expected.size(), ForEachRow(first, 8, [&](const Record& row, std::size_t index) {
+                  ASSERT_LT(index, expected.size());
+                  EXPECT_EQ(row.Pointer(0), FindTypeInfo(expected[index].type));
+                  EXPECT_EQ(row.Word(4), expected[index].flags);
+                  EXPECT_EQ(row.Text(8), expected[index].name);
+                  EXPECT_EQ(row.Text(16), expected[index].version);
+              }));
+}
+
+} // namespace LayoutTests
