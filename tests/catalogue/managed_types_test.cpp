@@ -47,7 +47,6 @@ namespace {
 using namespace CatalogueTests;
 using Tavik::ManagedMethod;
 using Tavik::ManagedObjectType;
-using Tavik::MethodDescriptor;
 using Tavik::PropertyDescriptor;
 
 /// A class of the library and what it exports.
@@ -133,11 +132,6 @@ std::size_t CountRows(const Row* rows) {
     return count;
 }
 
-void ExpectWellFormed(const PropertyDescriptor& row) {
-    EXPECT_EQ(row.reserved, 0U);
-    EXPECT_NE(Tavik::TypeRegistry::Instance().FindVersion(row.version), nullptr);
-}
-
 TEST(CatalogueManagedTypes, BelongToTheirClasses) {
     Tavik::TypeRegistry::Instance().Load();
     std::set<const ManagedObjectType*> found;
@@ -180,37 +174,6 @@ TEST(CatalogueManagedTypes, FindPropertiesByName) {
         }
     });
     EXPECT_EQ(without, 10U);
-}
-
-TEST(CatalogueManagedTypes, HaveMethodTablesThatEnd) {
-    Tavik::TypeRegistry& registry = Tavik::TypeRegistry::Instance();
-    ForEachManagedType([&](const ManagedObjectType& type) {
-        std::set<std::string> names;
-        ASSERT_NE(type.GetManagedTypeInfo().methods, nullptr);
-        for (const MethodDescriptor* row = type.GetManagedTypeInfo().methods; row->name != nullptr; ++row) {
-            SCOPED_TRACE(row->name);
-            ASSERT_LE(names.size(), 100U);
-            EXPECT_TRUE(names.insert(row->name).second);
-            EXPECT_NE(row->wireName, nullptr);
-            EXPECT_NE(registry.FindVersion(row->version), nullptr);
-            EXPECT_EQ(row->reserved0 + row->reserved1 + row->reserved2 + row->reserved3, 0U);
-            EXPECT_LE(row->longRunning, 1);
-            EXPECT_LE(row->credentials, 1);
-            EXPECT_STREQ(row->result.name, "result");
-            ExpectWellFormed(row->result);
-            EXPECT_EQ(row->result.type == nullptr, registry.FindByInfo(row->result.type) == nullptr);
-            EXPECT_THAT(row->result.flags, testing::AnyOf(0U, 1U, 2U, 3U));
-            for (const PropertyDescriptor* parameter = row->parameters; parameter->name != nullptr;
-                 ++parameter) {
-                ExpectWellFormed(*parameter);
-                EXPECT_NE(registry.FindByInfo(parameter->type), nullptr) << parameter->name;
-                EXPECT_THAT(parameter->flags, testing::AnyOf(0U, 1U, 2U, 0x200U)) << parameter->name;
-            }
-            for (const Tavik::TypeInfo* const* fault = row->faults; *fault != nullptr; ++fault) {
-                EXPECT_EQ((*fault)->kind, Tavik::TypeKind::Fault) << (*fault)->name;
-            }
-        }
-    });
 }
 
 TEST(CatalogueManagedTypes, HaveAMethodObjectForEveryMethodAndProperty) {

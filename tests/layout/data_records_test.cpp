@@ -27,21 +27,6 @@ Ref<T> Adopt(void* object) {
     return Ref<T>(static_cast<T*>(object));
 }
 
-template <class Function>
-const void* AddressOf(Function* function) {
-    return reinterpret_cast<const void*>(function);
-}
-
-void ExpectFunctions(const Record& record, const Tavik::DataTypeInfo& described) {
-    const void* const expected[] = {AddressOf(described.get),    AddressOf(described.fieldPointer),
-                                    AddressOf(described.set),    AddressOf(described.swap),
-                                    AddressOf(described.isSet),  AddressOf(described.reset),
-                                    AddressOf(described.create), AddressOf(described.createArray)};
-    for (std::size_t i = 0; i < std::size(expected); ++i) {
-        EXPECT_EQ(record.Pointer(12 + 4 * i), expected[i]) << "function " << i;
-    }
-}
-
 TEST(DataRecords, StandSideBySideInTheOrderOfTheSlots) {
     const auto& types = GetLibrary().types;
     ASSERT_EQ(types.size(), kDataTypeCount + kEnumCount + kManagedTypeCount);
@@ -66,7 +51,6 @@ TEST(DataRecords, StandSideBySideInTheOrderOfTheSlots) {
         EXPECT_EQ(base.Word(0), kind);
         roots[base.Text(4)] += base.Text(4).starts_with("orlin.") ? 1 : 0;
 
-        ExpectFunctions(record, type.GetDataTypeInfo());
         const auto object = Adopt<Tavik::DataObject>(record.FunctionAt<Create>(36)());
         ASSERT_EQ(object->_GetDataType(), &type);
         EXPECT_EQ(Adopt<Tavik::DataArrayBase>(record.FunctionAt<Create>(40)())->_GetElementType(), &type);

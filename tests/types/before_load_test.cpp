@@ -17,11 +17,6 @@ TEST(BeforeAndAfterTheFirstLookUp, EverythingIsNullAndThenIsNot) {
     EXPECT_EQ(Tavik::GetEnumType<Morvane::DiagnosticManager::BundleFormat>(), nullptr);
     EXPECT_EQ(Tavik::GetMoType<Morvane::DiagnosticManager>(), nullptr);
     EXPECT_EQ(Morvane::GetRcVersion(), nullptr);
-    EXPECT_FALSE(Morvane::orlinNamespaceId.IsRegistered());
-    for (std::size_t i = 0; i < Morvane::kVersionCount; ++i) {
-        EXPECT_EQ(Morvane::officialVersions[i], nullptr);
-        EXPECT_EQ(Morvane::internalVersions[i], nullptr);
-    }
     // Objects can be used all the same.
     const auto location = Pellum::MakeRef<Location>();
     EXPECT_EQ(location->_GetType(), nullptr);

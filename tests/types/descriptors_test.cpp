@@ -1,6 +1,5 @@
 #include "tavik/descriptor/builtin.h"
 #include "tavik/type/data_object_type.h"
-#include "tavik/type/enum_type.h"
 #include "tavik/type/managed_object_type.h"
 #include "tavik/type/type_registry.h"
 #include "tests/sample/api/failed.h"
@@ -9,8 +8,6 @@
 #include "tests/sample/api/point.h"
 #include "tests/sample/api/special_thing.h"
 #include "tests/sample/api/thing_broken.h"
-#include "types/api/core/computer_spec.h"
-#include "types/api/core/diagnostic_manager.h"
 
 #include <gmock/gmock.h>
 
@@ -41,31 +38,6 @@ void ExpectRows(const Tavik::PropertyDescriptor* rows, const std::vector<Row>& e
         ++rows;
     }
     EXPECT_EQ(rows->name, nullptr);
-}
-
-TEST(Descriptors, OfALocation) {
-    Tavik::TypeRegistry::Instance().Load();
-    const TypeInfo& info = Morvane::gMorvaneComputerSpecLiveComputerLocationTypeInfo;
-    EXPECT_EQ(static_cast<std::uint32_t>(info.kind), 0x10U);
-    EXPECT_STREQ(info.name, "morvane.ComputerSpec.LiveComputerLocation");
-    EXPECT_STREQ(info.wireName, "MorvaneComputerSpecLiveComputerLocation");
-    EXPECT_STREQ(info.version, "morvane.version.version1");
-    const Tavik::DataTypeInfo& record =
-        Tavik::GetDoType<Morvane::ComputerSpec::LiveComputerLocation>()->GetDataTypeInfo();
-    EXPECT_EQ(record.type, &info);
-    EXPECT_EQ(record.base, &Morvane::gMorvaneComputerSpecComputerLocationTypeInfo);
-    const char* v1 = "morvane.version.version1";
-    const char* v2 = "morvane.version.version2";
-    ExpectRows(
-        record.properties, {{&Tavik::gStringTypeInfo, 0, "hostname", v1},
-                            {&Tavik::gIntTypeInfo, 2, "port", v1},
-                            {&Tavik::gStringTypeInfo, 2, "username", v1},
-                            {&Tavik::gStringTypeInfo, 0x202, "password", v1},
-                            {&Tavik::gStringTypeInfo, 0x202, "clientPrivateKey", "morvane.version.version7"},
-                            {&Tavik::gStringTypeInfo, 0, "osType", v1},
-                            {&Tavik::gBoolTypeInfo, 2, "verifyPeer", v2},
-                            {&Tavik::gStringTypeInfo, 2, "sslThumbprint", v2},
-                            {&Tavik::gStringTypeInfo, 2, "sslCertificate", "morvane.version.v9_0"}});
 }
 
 TEST(Descriptors, OfEveryTypeAreWellFormed) {
@@ -106,18 +78,6 @@ TEST(Descriptors, OfEveryTypeAreWellFormed) {
         }
     }
     EXPECT_EQ(registry.GetErrors(), std::vector<std::string>());
-}
-
-TEST(Descriptors, OfEnumerationsPointToTheirConstants) {
-    Tavik::TypeRegistry::Instance().Load();
-    const auto& info = Tavik::GetEnumType<Morvane::DiagnosticManager::BundleContent>()->GetEnumTypeInfo();
-    EXPECT_EQ(static_cast<std::uint32_t>(info.type->kind), 0x0FU);
-    EXPECT_EQ(info.values[0], Morvane::DiagnosticManager::BUNDLECONTENT_AGENTLOGS);
-    EXPECT_EQ(info.values[6], Morvane::DiagnosticManager::BUNDLECONTENT_WORKERLOGS);
-    EXPECT_EQ(info.values[7], nullptr);
-    const auto* single = Tavik::GetEnumType<Morvane::ComputerSpec::HostedVmLocation::VmType>();
-    EXPECT_EQ(single->GetTags().size(), 1U);
-    EXPECT_EQ(single->GetValue("ostrelVM"), 0);
 }
 
 TEST(Descriptors, OfManagedTypes) {
