@@ -18,16 +18,18 @@ class TAVIK_TEMPLATE_API DataArray final : public DataArrayBase {
 public:
     DataArray() noexcept = default;
 
-    Type* _GetType() const override { return Type::GetArrayType(GetDoType<T>()); }
+    TAVIK_TEMPLATE_MEMBER Type* _GetType() const override { return Type::GetArrayType(GetDoType<T>()); }
 
-    DataArray* _Clone() const override {
+    TAVIK_TEMPLATE_MEMBER DataArray* _Clone() const override {
         return static_cast<DataArray*>(CloneArray(new (std::nothrow) DataArray));
     }
 
-    Type* _GetElementType() const override { return GetDoType<T>(); }
+    TAVIK_TEMPLATE_MEMBER Type* _GetElementType() const override { return GetDoType<T>(); }
 
     /// The element at `index` (below the length), borrowed.
-    T* operator[](std::size_t index) const { return static_cast<T*>(GetElement(index)); }
+    TAVIK_TEMPLATE_MEMBER T* operator[](std::size_t index) const {
+        return static_cast<T*>(GetElement(index));
+    }
 
     /// For range-based loops over the elements, borrowed, as `T*`. Good until the array is changed.
     class Iterator {
@@ -35,34 +37,35 @@ public:
         using difference_type = std::ptrdiff_t;
         using value_type = T*;
 
-        T* operator*() const { return static_cast<T*>(m_position->Get()); }
+        TAVIK_TEMPLATE_MEMBER T* operator*() const { return static_cast<T*>(m_position->Get()); }
 
-        Iterator& operator++() {
+        TAVIK_TEMPLATE_MEMBER Iterator& operator++() {
             ++m_position;
             return *this;
         }
 
-        Iterator operator++(int) { return Iterator(m_position++); }
+        TAVIK_TEMPLATE_MEMBER Iterator operator++(int) { return Iterator(m_position++); }
 
         friend bool operator==(const Iterator&, const Iterator&) = default;
 
     private:
         friend class DataArray;
 
-        explicit Iterator(const Pellum::Ref<DataObject>* position) : m_position(position) {}
+        TAVIK_TEMPLATE_MEMBER explicit Iterator(const Pellum::Ref<DataObject>* position)
+            : m_position(position) {}
 
         const Pellum::Ref<DataObject>* m_position;
     };
 
-    Iterator begin() const { return Iterator(m_elements.data()); }
+    TAVIK_TEMPLATE_MEMBER Iterator begin() const { return Iterator(m_elements.data()); }
 
-    Iterator end() const { return Iterator(m_elements.data() + m_elements.size()); }
+    TAVIK_TEMPLATE_MEMBER Iterator end() const { return Iterator(m_elements.data() + m_elements.size()); }
 
     /// Appends an element; takes a count of it.
-    void Append(T* element) { m_elements.emplace_back(element); }
+    TAVIK_TEMPLATE_MEMBER void Append(T* element) { m_elements.emplace_back(element); }
 
     /// Replaces the element at `index` (below the length); takes a count of the new one.
-    void SetElement(std::size_t index, T* element) { m_elements[index].Reset(element); }
+    TAVIK_TEMPLATE_MEMBER void SetElement(std::size_t index, T* element) { m_elements[index].Reset(element); }
 };
 
 } // namespace Tavik

@@ -42,26 +42,26 @@ struct TAVIK_API PrimitiveFactory<bool> {
 template <class T>
 class TAVIK_TEMPLATE_API Primitive : public PrimitiveBase {
 public:
-    /// Always inline: a Windows library does not export it with the instantiations that it holds.
-    [[gnu::always_inline]] explicit Primitive(T value) : m_value(std::move(value)) {}
+    TAVIK_TEMPLATE_MEMBER explicit Primitive(T value) : m_value(std::move(value)) {}
 
-    const T& GetValue() const { return m_value; }
+    TAVIK_TEMPLATE_MEMBER const T& GetValue() const { return m_value; }
 
-    Type* _GetType() const override { return TypeOf<T>(); }
+    TAVIK_TEMPLATE_MEMBER Type* _GetType() const override { return TypeOf<T>(); }
 
-    Primitive* _Clone() const override { return CloneObject(*this); }
+    TAVIK_TEMPLATE_MEMBER Primitive* _Clone() const override { return CloneObject(*this); }
 
-    bool _IsEqual(const Any* other, bool /*partial*/) const override {
+    TAVIK_TEMPLATE_MEMBER bool _IsEqual(const Any* other, bool /*partial*/) const override {
         return m_value == static_cast<const Primitive&>(*other).m_value;
     }
 
-    void _DiffProperties(const Any* other, const std::string& prefix, PropertyDiffSet& diffs) const override {
+    TAVIK_TEMPLATE_MEMBER void _DiffProperties(
+        const Any* other, const std::string& prefix, PropertyDiffSet& diffs) const override {
         if (!_IsEqual(other, false)) {
             diffs.Add(prefix);
         }
     }
 
-    const void* _GetValuePointer() const override { return &m_value; }
+    TAVIK_TEMPLATE_MEMBER const void* _GetValuePointer() const override { return &m_value; }
 
     using Factory = PrimitiveFactory<T>;
 

@@ -69,26 +69,27 @@ class TAVIK_TEMPLATE_API Array final : public ScalarArrayBase {
 public:
     Array() noexcept = default;
 
-    explicit Array(std::vector<T> elements) : m_elements(std::move(elements)) {}
+    TAVIK_TEMPLATE_MEMBER explicit Array(std::vector<T> elements) : m_elements(std::move(elements)) {}
 
-    Array(std::initializer_list<T> elements) : m_elements(elements) {}
+    TAVIK_TEMPLATE_MEMBER Array(std::initializer_list<T> elements) : m_elements(elements) {}
 
-    Type* _GetType() const override { return Type::GetArrayType(TypeOf<T>()); }
+    TAVIK_TEMPLATE_MEMBER Type* _GetType() const override { return Type::GetArrayType(TypeOf<T>()); }
 
-    Array* _Clone() const override { return CloneObject(*this); }
+    TAVIK_TEMPLATE_MEMBER Array* _Clone() const override { return CloneObject(*this); }
 
-    Type* _GetElementType() const override { return TypeOf<T>(); }
+    TAVIK_TEMPLATE_MEMBER Type* _GetElementType() const override { return TypeOf<T>(); }
 
-    std::size_t GetLength() const override { return m_elements.size(); }
+    TAVIK_TEMPLATE_MEMBER std::size_t GetLength() const override { return m_elements.size(); }
 
-    bool _IsEqual(const Any* other, bool partial) const override {
+    TAVIK_TEMPLATE_MEMBER bool _IsEqual(const Any* other, bool partial) const override {
         const auto& that = static_cast<const Array&>(*other);
         return std::equal(
             m_elements.begin(), m_elements.end(), that.m_elements.begin(), that.m_elements.end(),
             [partial](const T& a, const T& b) { return AreElementsEqual(a, b, partial); });
     }
 
-    void _DiffProperties(const Any* other, const std::string& prefix, PropertyDiffSet& diffs) const override {
+    TAVIK_TEMPLATE_MEMBER void _DiffProperties(
+        const Any* other, const std::string& prefix, PropertyDiffSet& diffs) const override {
         const auto& that = static_cast<const Array&>(*other);
         DiffElements(
             GetLength(), that.GetLength(), prefix, diffs, [&](std::size_t i, const std::string& path) {
@@ -98,7 +99,7 @@ public:
             });
     }
 
-    const void* _GetElementPointer(std::size_t index) const override {
+    TAVIK_TEMPLATE_MEMBER const void* _GetElementPointer(std::size_t index) const override {
         if constexpr (IsRef<T>::value) {
             return static_cast<const Any*>(m_elements[index].Get());
         } else {
@@ -106,7 +107,7 @@ public:
         }
     }
 
-    void _Append(const void* value) override {
+    TAVIK_TEMPLATE_MEMBER void _Append(const void* value) override {
         if constexpr (IsRef<T>::value) {
             auto* element = const_cast<Any*>(static_cast<const Any*>(value));
             m_elements.emplace_back(CastReference<typename IsRef<T>::Target>(element));
@@ -119,20 +120,20 @@ public:
         }
     }
 
-    const T& operator[](std::size_t index) const { return m_elements[index]; }
+    TAVIK_TEMPLATE_MEMBER const T& operator[](std::size_t index) const { return m_elements[index]; }
 
-    T& operator[](std::size_t index) { return m_elements[index]; }
+    TAVIK_TEMPLATE_MEMBER T& operator[](std::size_t index) { return m_elements[index]; }
 
-    void Append(T value) { m_elements.push_back(std::move(value)); }
+    TAVIK_TEMPLATE_MEMBER void Append(T value) { m_elements.push_back(std::move(value)); }
 
-    const std::vector<T>& GetElements() const { return m_elements; }
+    TAVIK_TEMPLATE_MEMBER const std::vector<T>& GetElements() const { return m_elements; }
 
-    std::vector<T>& GetElements() { return m_elements; }
+    TAVIK_TEMPLATE_MEMBER std::vector<T>& GetElements() { return m_elements; }
 
 private:
     friend struct ObjectCloner;
 
-    Array(const Array& other) : ScalarArrayBase(other) {
+    TAVIK_TEMPLATE_MEMBER Array(const Array& other) : ScalarArrayBase(other) {
         if constexpr (IsRef<T>::value) {
             m_elements.resize(other.m_elements.size());
             for (std::size_t i = 0; i < m_elements.size(); ++i) {
@@ -143,7 +144,7 @@ private:
         }
     }
 
-    static bool AreElementsEqual(const T& a, const T& b, bool partial) {
+    TAVIK_TEMPLATE_MEMBER static bool AreElementsEqual(const T& a, const T& b, bool partial) {
         if constexpr (IsRef<T>::value) {
             return AreEqualAnysInt(a.Get(), b.Get(), 0, partial);
         } else {
