@@ -80,6 +80,9 @@ private:
         const bool hasData = std::any_of(
             classes.begin(), classes.end(), [](const Model::Type* type) { return type->IsDataOrFault(); });
         std::set<std::string> paths{hasData ? "types/data/data_object.h" : "tavik/type/type_of.h"};
+        if (!Enumerations(m_topLevel).empty()) {
+            paths.insert("types/data/enumeration.h");
+        }
         for (const Model::Type* type : classes) {
             if (type->AsData() != nullptr && type->AsData()->AddsOpenContent()) {
                 paths.insert("tavik/value/open_object.h");
@@ -216,18 +219,14 @@ private:
                 text += "TYPES_DATA_TYPE(" + m_api + ", " + name + ", " + type->classPath.back() + ")\n";
                 continue;
             }
-            const auto [result, function] = TypeAccessor(*type);
-            text += "template <>\n" + m_api + " Tavik::" + result + "* Tavik::" + function + "<" + name
-                  + ">();\n";
+            if (type->AsEnum() != nullptr) {
+                text += "TYPES_ENUM_TYPE(" + m_api + ", " + name + ")\n";
+                continue;
+            }
+            text +=
+                "template <>\n" + m_api + " Tavik::ManagedObjectType* Tavik::GetMoType<" + name + ">();\n";
         }
         return text;
-    }
-
-    static std::pair<std::string, std::string> TypeAccessor(const Model::Type& type) {
-        if (type.AsEnum() != nullptr) {
-            return {"EnumType", "GetEnumType"};
-        }
-        return {"ManagedObjectType", "GetMoType"};
     }
 
     const Model::Module& m_module;

@@ -79,6 +79,7 @@ constexpr std::string_view kEnum = R"(
 namespace $namespace$ {
 $constants$
 } // namespace $namespace$
+TYPES_ENUM_CLASSES($enumeration$)
 )";
 
 std::string Ruler(const Model::Type& type) {
@@ -160,7 +161,10 @@ private:
             constants +=
                 "const char " + scope + Naming::TagConstant(type, tag.name) + "[] = \"" + tag.name + "\";\n";
         }
-        return Fill(kEnum, {{"namespace", Naming::CppNamespace(type)}, {"constants", constants}});
+        return Fill(
+            kEnum, {{"namespace", Naming::CppNamespace(type)},
+                    {"constants", constants},
+                    {"enumeration", Naming::QualifiedClassName(type)}});
     }
 
     std::string DataText(const Model::DataType& type) {

@@ -96,8 +96,8 @@ public:
     void _DiffProperties(const Tavik::Any* other, const std::string& prefix, Tavik::PropertyDiffSet& diffs)  \
         const override;
 
-/// What stands behind the classes of a header, once for each data and fault class: its registered type, and
-/// what needs to know it.
+/// What stands behind the classes of a header, once for each data and fault class: its registered type, what
+/// needs to know it, and the array of such objects, which belongs to the library that has the class.
 #define TYPES_DATA_TYPE(API, Class, Name)                                                                    \
     template <>                                                                                              \
     API Tavik::DataObjectType* Tavik::GetDoType<Class>();                                                    \
@@ -109,6 +109,7 @@ public:
     }                                                                                                        \
     inline Class::Name(const Name& other) : Name() {                                                         \
         Tavik::CopyProperties(&Tavik::GetDoType<Class>, *this, other);                                       \
-    }
+    }                                                                                                        \
+    TAVIK_DECLARE_INSTANTIATION(API, Tavik::DataArray<Class>)
 
 // NOLINTEND(bugprone-macro-parentheses)

@@ -18,8 +18,9 @@
 #define TYPES_FIELD(Class, member, suffix)                                                                   \
     Morvane::Support::FieldOf<decltype(Class::member)>::Make(offsetof(Class, member), suffix)
 
-/// Compiles the field functions of a class, those that `DescribeData` puts into its record.
+/// Compiles the field functions of a class, those that `DescribeData` puts into its record, and its array.
 #define TYPES_FIELD_FUNCTIONS_None(Class)                                                                    \
+    TAVIK_DEFINE_INSTANTIATION(Tavik::DataArray<Class>)                                                      \
     template Tavik::DataObject* Morvane::Support::FieldFunctions<Class>::Create();                           \
     template Tavik::DataArrayBase* Morvane::Support::FieldFunctions<Class>::CreateArray()
 #define TYPES_FIELD_FUNCTIONS_Required(Class)                                                                \
