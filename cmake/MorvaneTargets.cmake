@@ -83,6 +83,25 @@ function(morvane_add_library name)
         ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
 endfunction()
 
+# Where the lists of exports are.
+set(MORVANE_EXPORTS_DIR "${CMAKE_BINARY_DIR}/exports")
+
+# morvane_write_exports(<target>): whenever a shared library is linked, lists what it exports in exports/<target>.txt of
+# the build folder: the linker's names, sorted, one a line.
+function(morvane_write_exports target)
+    if(NOT BUILD_SHARED_LIBS)
+        return()
+    endif()
+    set(script "${PROJECT_SOURCE_DIR}/cmake/WriteExports.cmake")
+    set(list "${MORVANE_EXPORTS_DIR}/${target}.txt")
+    add_custom_command(TARGET ${target} POST_BUILD
+        COMMAND "${CMAKE_COMMAND}" -D "NM=${CMAKE_NM}" -D "OBJDUMP=${CMAKE_OBJDUMP}"
+                -D "LIBRARY=$<TARGET_FILE:${target}>" -D "LIST=${list}" -P "${script}"
+        BYPRODUCTS "${list}"
+        VERBATIM)
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${script}")
+endfunction()
+
 # morvane_add_executable(<name> SOURCES <files>... [LIBS <libs>...] [INSTALL])
 function(morvane_add_executable name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "INSTALL" "" "SOURCES;LIBS")
