@@ -2,11 +2,18 @@
 
 #include "tools/morvane/terminal/output.h"
 
-#include <CLI/CLI.hpp>
-
 #include <functional>
 #include <map>
+#include <memory>
+#include <optional>
 #include <string>
+#include <vector>
+
+// The parser is for implementation files: reading it takes longer than compiling a command.
+namespace CLI {
+class App;
+class Option;
+} // namespace CLI
 
 namespace Tool {
 
@@ -27,28 +34,69 @@ struct CommandText {
     const char* examples;  ///< one a line
 };
 
+/// An argument of a command. A handle, good for as long as the set of the command lives.
+class Argument {
+public:
+    explicit Argument(CLI::Option& option) : m_option(&option) {}
+
+    Argument& Require();
+    /// Takes one of these words, and nothing else.
+    Argument& TakeOnly(const std::vector<std::string>& words);
+    /// Not together with the other one.
+    Argument& Exclude(const Argument& other);
+
+private:
+    CLI::Option* m_option;
+};
+
+/// Declares the arguments of a command, or of the program. A handle, too. Names are separated by commas; one
+/// without dashes is that of a positional argument. What is filled in is borrowed and outlives the parsing;
+/// what is not given keeps its value.
+class Command {
+public:
+    explicit Command(CLI::App& app) : m_app(&app) {}
+
+    /// `valueName` is what the help calls the value; completion goes by it, too.
+    Argument Add(const char* names, std::string& value, const char* valueName, const char* description);
+    /// One value or more.
+    Argument Add(
+        const char* names, std::vector<std::string>& values, const char* valueName, const char* description);
+    Argument AddNumber(
+        const char* names, int& value, int least, int most, const char* valueName, const char* description);
+    Argument AddFlag(const char* names, bool& value, const char* description);
+
+private:
+    friend class CommandSet;
+
+    CLI::App* m_app;
+};
+
 /// The program's subcommands: their arguments and what they do.
 class CommandSet {
 public:
-    /// `root` is borrowed and outlives this object.
-    explicit CommandSet(CLI::App& root) : m_root(root) {}
+    CommandSet(const char* program, const char* summary, const char* footer);
+    ~CommandSet();
+    CommandSet(const CommandSet&) = delete;
+    CommandSet& operator=(const CommandSet&) = delete;
 
-    CLI::App& GetRoot() const { return m_root; }
+    /// What all commands take.
+    Command GetProgram() { return Command(*m_root); }
 
-    /// A new command, owned by the root.
-    CLI::App& Add(const CommandText& text);
+    const CLI::App& GetParser() const { return *m_root; }
 
-    void SetAction(const CLI::App& command, Action action) { m_actions[&command] = std::move(action); }
+    Command Add(const CommandText& text);
 
-    /// Makes an argument that is empty, a variable that was not set for example, a wrong usage. To be called
-    /// when all commands are there.
-    void RefuseEmptyArguments();
+    void SetAction(const Command& command, Action action) { m_actions[command.m_app] = std::move(action); }
+
+    /// Fills in what was given. The exit code where that is all: after printing help, or what is wrong. To be
+    /// called once, when all commands are there.
+    std::optional<ExitCode> Parse(int argc, char** argv, Console& console);
 
     /// Runs the command that was given.
     ExitCode Run(Console& console) const;
 
 private:
-    CLI::App& m_root;
+    std::unique_ptr<CLI::App> m_root;
     std::map<const CLI::App*, Action> m_actions;
 };
 

@@ -86,13 +86,13 @@ ExitCode RunCheck(const CheckOptions& options, Console& console) {
 } // namespace
 
 void AddCheckCommand(CommandSet& commands) {
-    CLI::App& command = commands.Add(
+    Command command = commands.Add(
         {"check", "Say whether files hold valid values", "0 all are well, 1 at least one has problems",
          "morvane check examples/connection_request.json\n"
          "morvane check --version 6.8 *.json\n"
          "morvane new UserSession | morvane check -"});
     auto options = std::make_shared<CheckOptions>();
-    command.add_option("files", options->files, "Files to check")->required()->type_name("FILE");
+    command.Add("files", options->files, "FILE", "Files to check").Require();
     AddInputOptions(command, options->input, "--version,--api-version");
     commands.SetAction(command, [options](Console& console) { return RunCheck(*options, console); });
 }

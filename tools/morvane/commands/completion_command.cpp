@@ -8,21 +8,18 @@
 namespace Tool {
 
 void AddCompletionCommand(CommandSet& commands) {
-    CLI::App& command = commands.Add(
+    Command command = commands.Add(
         {"completion", "Print the completion script of a shell", "0 done",
          "source <(morvane completion bash)\n"
          "morvane completion zsh > ~/.zfunc/_morvane\n"
          "morvane completion fish > ~/.config/fish/completions/morvane.fish"});
     auto shell = std::make_shared<std::string>();
-    command.add_option("shell", *shell, "The shell")
-        ->required()
-        ->check(CLI::IsMember({"bash", "zsh", "fish"}))
-        ->type_name("SHELL");
-    commands.SetAction(command, [shell, &root = commands.GetRoot()](Console& console) {
+    command.Add("shell", *shell, "SHELL", "The shell").Require().TakeOnly({"bash", "zsh", "fish"});
+    commands.SetAction(command, [shell, &parser = commands.GetParser()](Console& console) {
         using WriteScript = std::string (*)(const std::vector<CommandArguments>& commands);
         static const std::map<std::string, WriteScript> writers = {
             {"bash", &WriteBashScript}, {"zsh", &WriteZshScript}, {"fish", &WriteFishScript}};
-        console.out.Write(writers.at(*shell)(ReadArguments(root)));
+        console.out.Write(writers.at(*shell)(ReadArguments(parser)));
         return kDone;
     });
 }

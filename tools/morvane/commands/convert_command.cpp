@@ -47,20 +47,19 @@ ExitCode RunConvert(const ConvertOptions& options, Console& console) {
 } // namespace
 
 void AddConvertCommand(CommandSet& commands) {
-    CLI::App& command = commands.Add(
+    Command command = commands.Add(
         {"convert", "Write a value again, also for another version", "0 done",
          "morvane convert request.json --compact\n"
          "morvane convert request.json --to-version 6.8 --show-secrets > older.json"});
     auto options = std::make_shared<ConvertOptions>();
-    command.add_option("file", options->file, "File to read")->required()->type_name("FILE");
+    command.Add("file", options->file, "FILE", "File to read").Require();
     AddInputOptions(command, options->input, "--from-version");
-    command.add_option("--to-version", options->toVersion, "Leave out what this API version does not have")
-        ->type_name("VERSION");
-    auto* indent = command.add_option("--indent", options->indent, "Spaces a level, 2 unless said otherwise")
-                       ->check(CLI::Range(0, 16))
-                       ->type_name("N");
-    command.add_flag("--compact", options->compact, "Write one line")->excludes(indent);
-    command.add_flag("--show-secrets", options->showSecrets, "Write secrets as they are");
+    command.Add(
+        "--to-version", options->toVersion, "VERSION", "Leave out what this API version does not have");
+    const Argument indent =
+        command.AddNumber("--indent", options->indent, 0, 16, "N", "Spaces a level, 2 unless said otherwise");
+    command.AddFlag("--compact", options->compact, "Write one line").Exclude(indent);
+    command.AddFlag("--show-secrets", options->showSecrets, "Write secrets as they are");
     commands.SetAction(command, [options](Console& console) { return RunConvert(*options, console); });
 }
 

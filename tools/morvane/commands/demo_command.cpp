@@ -8,12 +8,12 @@
 namespace Tool {
 
 void AddDemoCommand(CommandSet& commands) {
-    CLI::App& command = commands.Add(
+    Command command = commands.Add(
         {"demo", "Take a tour on a connection request", "0 every step did what it should",
          "morvane demo\n"
          "morvane demo --examples ./examples"});
     auto folder = std::make_shared<std::string>();
-    command.add_option("--examples", *folder, "Folder with the examples to work on")->type_name("DIR");
+    command.Add("--examples", *folder, "DIR", "Folder with the examples to work on");
     commands.SetAction(command, [folder](Console& console) {
         RunDemo(folder->empty() ? FindExamplesFolder() : *folder, console);
         return kDone;

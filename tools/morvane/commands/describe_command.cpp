@@ -45,7 +45,7 @@ ExitCode RunDescribe(const DescribeOptions& options, Console& console) {
 } // namespace
 
 void AddDescribeCommand(CommandSet& commands) {
-    CLI::App& command = commands.Add(
+    Command command = commands.Add(
         {"describe", "Explain one type and all that it holds, or one method", "0 done",
          "morvane describe ComputerSpec\n"
          "morvane describe LiveComputerLocation        the end of a name, where it is clear\n"
@@ -55,12 +55,11 @@ void AddDescribeCommand(CommandSet& commands) {
          "morvane describe MorvaneInstallAgent         the same by its wire name"});
     auto options = std::make_shared<DescribeOptions>();
     command
-        .add_option(
-            "type", options->name,
+        .Add(
+            "type", options->name, "TYPE",
             "Dotted name or the end of it, wire name or class of a type; TYPE.MEMBER; or a method's name")
-        ->required()
-        ->type_name("TYPE");
-    command.add_flag("--json", options->json, "Print what its descriptor says, in the form of types --json");
+        .Require();
+    command.AddFlag("--json", options->json, "Print what its descriptor says, in the form of types --json");
     commands.SetAction(command, [options](Console& console) { return RunDescribe(*options, console); });
 }
 

@@ -38,17 +38,17 @@ ExitCode RunDiff(const DiffOptions& options, Console& console) {
 } // namespace
 
 void AddDiffCommand(CommandSet& commands) {
-    CLI::App& command = commands.Add(
+    Command command = commands.Add(
         {"diff", "Show in which properties two values differ", "0 they are equal, 1 they differ",
          "morvane diff before.json after.json\n"
          "morvane diff --paths before.json after.json\n"
          "morvane convert --show-secrets before.json | morvane diff - after.json"});
     auto options = std::make_shared<DiffOptions>();
-    command.add_option("a", options->first, "The value to compare with")->required()->type_name("FILE");
-    command.add_option("b", options->second, "The value to compare")->required()->type_name("FILE");
+    command.Add("a", options->first, "FILE", "The value to compare with").Require();
+    command.Add("b", options->second, "FILE", "The value to compare").Require();
     AddInputOptions(command, options->input, "--version,--api-version");
-    command.add_flag("--paths", options->paths, "Print the paths only, one a line");
-    command.add_flag("--show-secrets", options->showSecrets, "Show secrets as they are");
+    command.AddFlag("--paths", options->paths, "Print the paths only, one a line");
+    command.AddFlag("--show-secrets", options->showSecrets, "Show secrets as they are");
     commands.SetAction(command, [options](Console& console) { return RunDiff(*options, console); });
 }
 

@@ -42,22 +42,21 @@ ExitCode RunMatch(const MatchOptions& options, Console& console) {
 } // namespace
 
 void AddMatchCommand(CommandSet& commands) {
-    CLI::App& command = commands.Add(
+    Command command = commands.Add(
         {"match", "Say whether a value matches a pattern, whose unset optional properties match anything",
          "0 it matches, 1 it does not",
          "morvane match examples/connection_request.json examples/pattern.json\n"
          "morvane match --quiet request.json pattern.json && echo yes"});
     auto options = std::make_shared<MatchOptions>();
-    command.add_option("value", options->value, "The value")->required()->type_name("FILE");
+    command.Add("value", options->value, "FILE", "The value").Require();
     command
-        .add_option(
-            "pattern", options->pattern,
+        .Add(
+            "pattern", options->pattern, "FILE",
             "The pattern: a value of the same type, whose unset optional properties match anything")
-        ->required()
-        ->type_name("FILE");
+        .Require();
     AddInputOptions(command, options->input, "--version,--api-version");
-    command.add_flag("--quiet", options->quiet, "Print nothing");
-    command.add_flag("--show-secrets", options->showSecrets, "Show secrets as they are");
+    command.AddFlag("--quiet", options->quiet, "Print nothing");
+    command.AddFlag("--show-secrets", options->showSecrets, "Show secrets as they are");
     commands.SetAction(command, [options](Console& console) { return RunMatch(*options, console); });
 }
 

@@ -85,7 +85,7 @@ ExitCode RunNew(const NewOptions& options, Console& console) {
 } // namespace
 
 void AddNewCommand(CommandSet& commands) {
-    CLI::App& command = commands.Add(
+    Command command = commands.Add(
         {"new", "Print a value of a type to fill in, as JSON", "0 done",
          "morvane new ComputerSpec > request.json\n"
          "morvane new LiveComputerLocation --full\n"
@@ -94,13 +94,12 @@ void AddNewCommand(CommandSet& commands) {
          "\n"
          "Where values of several types can stand, hints beside the template name the others."});
     auto options = std::make_shared<NewOptions>();
-    command.add_option("type", options->types, "Data or fault types")->required()->type_name("TYPE");
-    command.add_flag(
+    command.Add("type", options->types, "TYPE", "Data or fault types").Require();
+    command.AddFlag(
         "--full", options->full, "With the optional properties, and derived types where there are some");
-    command.add_option("--version,--api-version", options->version, "Only with what this API version has")
-        ->type_name("VERSION");
-    command.add_option("--into", options->folder, "Write each template to a file in this folder, TYPE.json")
-        ->type_name("DIR");
+    command.Add(
+        "--version,--api-version", options->version, "VERSION", "Only with what this API version has");
+    command.Add("--into", options->folder, "DIR", "Write each template to a file in this folder, TYPE.json");
     commands.SetAction(command, [options](Console& console) { return RunNew(*options, console); });
 }
 

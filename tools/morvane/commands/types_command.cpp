@@ -155,7 +155,7 @@ ExitCode RunTypes(const TypesOptions& options, Console& console) {
 } // namespace
 
 void AddTypesCommand(CommandSet& commands) {
-    CLI::App& command = commands.Add(
+    Command command = commands.Add(
         {"types", "List the types of the interface", "0 there are such types, 1 there are none",
          "morvane types\n"
          "morvane types linux source          all words in the name or the documentation\n"
@@ -169,30 +169,25 @@ void AddTypesCommand(CommandSet& commands) {
          "Off the terminal the columns are separated by tabs: name, kind, since, documentation."});
     auto options = std::make_shared<TypesOptions>();
     TypeQuery& query = options->query;
-    command
-        .add_option("words", query.words, "Only types with all these words in their names or documentation")
-        ->type_name("WORD");
-    command.add_option("--kind", query.kind, "Only types of this kind")
-        ->check(CLI::IsMember({"data", "fault", "enum", "managed"}))
-        ->type_name("KIND");
-    command
-        .add_option(
-            "--area", query.area, "Only types of this part of the interface, such as params; see --areas")
-        ->type_name("AREA");
-    command.add_option("--version,--api-version", query.version, "Only what this API version has")
-        ->type_name("VERSION");
-    command.add_option("--since", query.since, "Only what this API version introduced")->type_name("VERSION");
-    command.add_option("--base", query.base, "Only types that derive from this one, directly or not")
-        ->type_name("TYPE");
-    command.add_flag("--members", query.members, "Look for the words in properties, methods and values, too");
-    auto* names = command.add_flag("--names", options->names, "Print the names only, one a line");
-    auto* json =
-        command.add_flag("--json", options->json, "Print all that the descriptors say, as one JSON document");
-    command.add_flag("--all", query.all, "List the types of the other libraries, too")->excludes(json);
-    names->excludes(json);
-    command.add_flag("--areas", options->areas, "List the areas and how many types each has")
-        ->excludes(json)
-        ->excludes(names);
+    command.Add(
+        "words", query.words, "WORD", "Only types with all these words in their names or documentation");
+    command.Add("--kind", query.kind, "KIND", "Only types of this kind")
+        .TakeOnly({"data", "fault", "enum", "managed"});
+    command.Add(
+        "--area", query.area, "AREA",
+        "Only types of this part of the interface, such as params; see --areas");
+    command.Add("--version,--api-version", query.version, "VERSION", "Only what this API version has");
+    command.Add("--since", query.since, "VERSION", "Only what this API version introduced");
+    command.Add("--base", query.base, "TYPE", "Only types that derive from this one, directly or not");
+    command.AddFlag("--members", query.members, "Look for the words in properties, methods and values, too");
+    Argument names = command.AddFlag("--names", options->names, "Print the names only, one a line");
+    const Argument json =
+        command.AddFlag("--json", options->json, "Print all that the descriptors say, as one JSON document");
+    command.AddFlag("--all", query.all, "List the types of the other libraries, too").Exclude(json);
+    names.Exclude(json);
+    command.AddFlag("--areas", options->areas, "List the areas and how many types each has")
+        .Exclude(json)
+        .Exclude(names);
     commands.SetAction(command, [options](Console& console) { return RunTypes(*options, console); });
 }
 

@@ -96,7 +96,7 @@ std::vector<std::string> FindNamespaces() {
     return namespaces;
 }
 
-std::string Count(std::size_t number) {
+std::string CountCell(std::size_t number) {
     return number == 0 ? "-" : '+' + std::to_string(number);
 }
 
@@ -116,9 +116,9 @@ void PrintVersionTable(Console& console, bool all) {
             table.AddRow(
                 {{version->GetLabel().empty() ? "-" : version->GetLabel(), Style::Heading},
                  {version->GetName(), Style::Name},
-                 Count(additions.types.size()),
-                 Count(additions.properties.size()),
-                 Count(additions.methods.size()),
+                 CountCell(additions.types.size()),
+                 CountCell(additions.properties.size()),
+                 CountCell(additions.methods.size()),
                  Join(FindIncluded(*version, true)) + Join(FindMissing(*version, versions), ", but not ")});
         }
     }
@@ -179,19 +179,18 @@ ExitCode RunVersions(const VersionsOptions& options, Console& console) {
 } // namespace
 
 void AddVersionsCommand(CommandSet& commands) {
-    CLI::App& command = commands.Add(
+    Command command = commands.Add(
         {"versions", "List the versions and what each of them adds", "0 done",
          "morvane versions\n"
          "morvane versions 9.0\n"
          "morvane versions --all"});
     auto options = std::make_shared<VersionsOptions>();
-    auto* version =
-        command.add_option("version", options->version, "Tell all of this version")->type_name("VERSION");
-    auto* all = command.add_flag("--all", options->all, "List the versions of the other libraries, too");
-    command.add_flag("--names", options->names, "Print the labels only, one a line")
-        ->excludes(version)
-        ->excludes(all);
-    all->excludes(version);
+    const Argument version = command.Add("version", options->version, "VERSION", "Tell all of this version");
+    Argument all = command.AddFlag("--all", options->all, "List the versions of the other libraries, too");
+    command.AddFlag("--names", options->names, "Print the labels only, one a line")
+        .Exclude(version)
+        .Exclude(all);
+    all.Exclude(version);
     commands.SetAction(command, [options](Console& console) { return RunVersions(*options, console); });
 }
 

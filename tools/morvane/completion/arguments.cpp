@@ -1,5 +1,7 @@
 #include "tools/morvane/completion/arguments.h"
 
+#include <CLI/CLI.hpp>
+
 #include <map>
 #include <sstream>
 

@@ -3,17 +3,16 @@
 #include "tavik/codec/json/file.h"
 #include "tavik/codec/json/json.h"
 #include "tavik/type/type.h"
+#include "tools/morvane/command.h"
 #include "tools/morvane/model/library.h"
 #include "tools/morvane/model/lookup.h"
 
 namespace Tool {
 
-void AddInputOptions(CLI::App& command, InputOptions& options, const char* versionOption) {
-    command.add_option("--type", options.type, "Type of the value, where the value does not name it")
-        ->type_name("TYPE");
-    command.add_option(versionOption, options.version, "API version that the value has to keep to")
-        ->type_name("VERSION");
-    command.add_flag("--lenient", options.lenient, "Pass over properties that the type does not have");
+void AddInputOptions(Command command, InputOptions& options, const char* versionOption) {
+    command.Add("--type", options.type, "TYPE", "Type of the value, where the value does not name it");
+    command.Add(versionOption, options.version, "VERSION", "API version that the value has to keep to");
+    command.AddFlag("--lenient", options.lenient, "Pass over properties that the type does not have");
 }
 
 Pellum::Ref<Tavik::Any> ReadValue(const std::string& path, const InputOptions& options) {

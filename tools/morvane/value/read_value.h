@@ -4,12 +4,12 @@
 #include "pellum/object/ref.h"
 #include "tavik/value/any.h"
 
-#include <CLI/CLI.hpp>
-
 #include <string>
 #include <utility>
 
 namespace Tool {
+
+class Command;
 
 /// A text that is not the value it should be.
 class InputError : public Pellum::ExceptionImpl<InputError> {
@@ -37,7 +37,7 @@ struct InputOptions {
 
 /// Adds `--type`, `--lenient` and, under the name given, the option for the version. `options` outlives the
 /// command.
-void AddInputOptions(CLI::App& command, InputOptions& options, const char* versionOption);
+void AddInputOptions(Command command, InputOptions& options, const char* versionOption);
 
 /// The value in a file, or in standard input for "-". Throws `InputError` for what is no value and
 /// `Pellum::Exception` for what can not be read.
