@@ -25,7 +25,7 @@ public:
 };
 )";
 
-constexpr std::string_view kDefinitions = R"(
+constexpr std::string_view kInterfaceDefinitions = R"(
 namespace $namespace$ {
 
 $name$::~$simple$() = default;
@@ -158,11 +158,11 @@ std::string InterfaceDefinitions(const Model::ManagedType& type) {
                    + type.dottedName + "." + method.name + "\";\n";
     }
     return Fill(
-        kDefinitions, {{"namespace", Naming::CppNamespace(type)},
-                       {"name", name},
-                       {"simple", type.classPath.back()},
-                       {"replaced", replaced},
-                       {"constants", constants}});
+        kInterfaceDefinitions, {{"namespace", Naming::CppNamespace(type)},
+                                {"name", name},
+                                {"simple", type.classPath.back()},
+                                {"replaced", replaced},
+                                {"constants", constants}});
 }
 
 std::string DispatchDefinitions(const Model::ManagedType& type) {

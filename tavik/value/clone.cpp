@@ -29,7 +29,7 @@ struct CloneState {
     std::vector<PendingClone> pending;
 };
 
-thread_local CloneState state;
+thread_local CloneState cloning;
 
 /// The extent of one clone. What it puts off is left to the clone around it only if that has asked for the
 /// whole of this object; anything else, a user's class that copies a part of itself for example, may drop the
@@ -38,14 +38,14 @@ class CloneScope {
 public:
     CloneScope(const Any& source, const void* built)
         : m_source(source),
-          m_isPart(std::exchange(state.part, nullptr) == &source),
-          m_outerBuilt(std::exchange(state.built, built)),
-          m_begin(state.pending.size()) {}
+          m_isPart(std::exchange(cloning.part, nullptr) == &source),
+          m_outerBuilt(std::exchange(cloning.built, built)),
+          m_begin(cloning.pending.size()) {}
 
     ~CloneScope() {
-        state.built = m_outerBuilt;
+        cloning.built = m_outerBuilt;
         if (!m_isDone) {
-            state.pending.resize(m_begin);
+            cloning.pending.resize(m_begin);
         }
     }
 
@@ -60,15 +60,15 @@ private:
     const void* m_outerBuilt;
     const std::size_t m_begin;
     bool m_isDone = false;
-    DepthScope m_depth{state.depth};
+    DepthScope m_depth{cloning.depth};
 };
 
 /// Names a part while it clones itself, also when that throws.
 class PartScope {
 public:
-    explicit PartScope(const Any& part) { state.part = &part; }
+    explicit PartScope(const Any& part) { cloning.part = &part; }
 
-    ~PartScope() { state.part = nullptr; }
+    ~PartScope() { cloning.part = nullptr; }
 
     PartScope(const PartScope&) = delete;
     PartScope& operator=(const PartScope&) = delete;
@@ -99,9 +99,9 @@ void Store(const PendingClone& part) {
 void CloneScope::Finish(const Any& copy) {
     const bool isWhole = typeid(copy) == typeid(m_source);
     if (!m_isPart || !isWhole) {
-        while (state.pending.size() > m_begin) {
-            const PendingClone next = state.pending.back();
-            state.pending.pop_back();
+        while (cloning.pending.size() > m_begin) {
+            const PendingClone next = cloning.pending.back();
+            cloning.pending.pop_back();
             Store(next);
         }
     }
@@ -113,20 +113,20 @@ void CloneScope::Finish(const Any& copy) {
 void CloneInto(void* slot, const Any* source) {
     if (source == nullptr) {
         StoreRef(slot, nullptr);
-    } else if (state.depth < kMaxRecursion) {
+    } else if (cloning.depth < kMaxRecursion) {
         Store({slot, source});
     } else {
-        state.pending.push_back({slot, source});
+        cloning.pending.push_back({slot, source});
     }
 }
 
 void CloneInto(Any& target, const Property& property, const Any* source) {
     if (source == nullptr) {
         property.Reset(&target);
-    } else if (state.depth < kMaxRecursion || state.built != &target) { // or a temporary, gone too soon
+    } else if (cloning.depth < kMaxRecursion || cloning.built != &target) { // or a temporary, gone too soon
         Store({nullptr, source, &target, &property});
     } else {
-        state.pending.push_back({nullptr, source, &target, &property});
+        cloning.pending.push_back({nullptr, source, &target, &property});
     }
 }
 

@@ -1,4 +1,5 @@
 #include "tavik/codec/json/json.h"
+#include "tests/codec/repeat.h"
 #include "tests/codec/shop/shop.h"
 
 #include <gtest/gtest.h>
@@ -10,15 +11,6 @@
 namespace {
 
 using namespace Tavik;
-
-std::string Repeat(std::string_view text, std::size_t count) {
-    std::string repeated;
-    repeated.reserve(text.size() * count);
-    for (std::size_t i = 0; i < count; ++i) {
-        repeated += text;
-    }
-    return repeated;
-}
 
 /// The reason that the text is refused for; empty when it is accepted.
 std::string ReasonOf(std::string_view text, const Json::DecodeOptions& options = {}) {

@@ -1,6 +1,7 @@
 #include "tavik/codec/json/json.h"
 #include "tavik/value/compare.h"
 #include "tavik/value/open_content.h"
+#include "tests/codec/repeat.h"
 #include "tests/sample/api/bag.h"
 #include "tests/sample/api/bag_holder.h"
 #include "tests/sample/api/labelled_bag.h"
@@ -20,14 +21,6 @@ using testing::Not;
 
 std::string Bag(std::string_view members) {
     return R"({"$type": "SampleBag")" + std::string(members.empty() ? "" : ", ") + std::string(members) + "}";
-}
-
-std::string Repeat(std::string_view text, std::size_t count) {
-    std::string repeated;
-    for (std::size_t i = 0; i < count; ++i) {
-        repeated += text;
-    }
-    return repeated;
 }
 
 TEST(OpenTypesTest, PassThroughUnharmed) {
@@ -87,7 +80,7 @@ TEST(OpenTypesTest, AreReadInAnyOrder) {
 }
 
 /// A text that is refused, with the place, the path and part of the reason that must be told.
-struct Refused {
+struct RefusedContent {
     std::string text;
     std::string_view place;
     std::string_view path;
@@ -95,7 +88,7 @@ struct Refused {
 };
 
 TEST(OpenTypesTest, TellWhereTheyAreWrong) {
-    const Refused cases[] = {
+    const RefusedContent cases[] = {
         {Bag(R"("a": 1, "a": 2)"), "1:32", "", R"(there is a second member "a")"},
         {Bag(R"("a": {"b": [0, {"c": 1, "d": 2, "c": 3}]})"), "1:56", "a.b[1]",
          R"(there is a second member "c")"},
@@ -115,7 +108,7 @@ TEST(OpenTypesTest, TellWhereTheyAreWrong) {
         {R"({"$type": "SampleBagHolder", "bag": {"$type": "SamplePoint"}})", "1:47", "bag",
          "expected an object of type SampleBag or derived from it, found type SamplePoint"},
     };
-    for (const Refused& refused : cases) {
+    for (const RefusedContent& refused : cases) {
         try {
             Json::Decode(refused.text);
             ADD_FAILURE() << "was accepted: " << refused.text;

@@ -82,13 +82,15 @@ std::string Print(const OpenContent& content) {
     return text.substr(skipped, text.size() - skipped - 1);
 }
 
-std::vector<std::string> Diff(const Tavik::Any& a, const Tavik::Any& b, const std::string& prefix = "") {
+std::vector<std::string> DiffContent(
+    const Tavik::Any& a, const Tavik::Any& b, const std::string& prefix = "") {
     Tavik::PropertyDiffSet diffs;
     Tavik::DiffAnyPropertiesInt(&a, &b, prefix, "", 0, diffs);
     return {diffs.begin(), diffs.end()};
 }
 
-std::vector<std::string> Diff(const OpenContent& a, const OpenContent& b, const std::string& prefix = "") {
+std::vector<std::string> DiffContent(
+    const OpenContent& a, const OpenContent& b, const std::string& prefix = "") {
     Tavik::PropertyDiffSet diffs;
     a.Diff(b, prefix, diffs);
     return {diffs.begin(), diffs.end()};
@@ -330,9 +332,10 @@ TEST(OpenContent, ComparesByNameAndByPosition) {
         EXPECT_EQ(a.IsEqual(b, false), test.diffs.empty());
         EXPECT_EQ(b.IsEqual(a, false), test.diffs.empty());
         EXPECT_EQ(a.IsEqual(b, true), test.matches);
-        EXPECT_EQ(Diff(a, b), test.diffs);
+        EXPECT_EQ(DiffContent(a, b), test.diffs);
     }
-    EXPECT_THAT(Diff(Make(Members({{"a", "1"}})), Make(Members({})), "config"), ElementsAre("config.a"));
+    EXPECT_THAT(
+        DiffContent(Make(Members({{"a", "1"}})), Make(Members({})), "config"), ElementsAre("config.a"));
 }
 
 // Comparing each property with each would run into the time limit of tests.
@@ -352,10 +355,10 @@ TEST(OpenContent, OfManyPropertiesInAnotherOrderIsComparedSoon) {
     }
     EXPECT_TRUE(up.IsEqual(down, false));
     EXPECT_TRUE(up.IsEqual(down, true));
-    EXPECT_THAT(Diff(up, down), IsEmpty());
+    EXPECT_THAT(DiffContent(up, down), IsEmpty());
     down.SetNumber("property77", "1");
     EXPECT_FALSE(up.IsEqual(down, true));
-    EXPECT_THAT(Diff(up, down), ElementsAre(".property77"));
+    EXPECT_THAT(DiffContent(up, down), ElementsAre(".property77"));
 }
 
 TEST(OpenContent, OfAnyDepthNeedsLittleStack) {
@@ -385,7 +388,7 @@ TEST(OpenContent, OfAnyDepthNeedsLittleStack) {
         const Ref<Sample::Bag> other = make("another end");
         EXPECT_TRUE(bag->_IsEqual(clone.Get(), false));
         EXPECT_FALSE(bag->_IsEqual(other.Get(), true));
-        const std::vector<std::string> diffs = Diff(*bag, *other);
+        const std::vector<std::string> diffs = DiffContent(*bag, *other);
         ASSERT_EQ(diffs.size(), 1U);
         EXPECT_EQ(diffs[0].size(), kDepth / 2 * 5 + 2);
         EXPECT_THAT(bag->ToString(), HasSubstr("\"end\""));
@@ -429,7 +432,7 @@ TEST(OpenObject, OfEveryClassTakesItsContentAlong) {
         EXPECT_THAT(object->ToString(), HasSubstr(kBoxText));
         EXPECT_FALSE(object->_IsEqual(clone.Get(), false));
         EXPECT_FALSE(object->_IsEqual(clone.Get(), true));
-        EXPECT_THAT(Diff(*object, *clone, "fault"), ElementsAre("fault.name"));
+        EXPECT_THAT(DiffContent(*object, *clone, "fault"), ElementsAre("fault.name"));
         EXPECT_TRUE(content.Remove("name"));
         EXPECT_FALSE(object->_IsEqual(clone.Get(), false));
         EXPECT_TRUE(object->_IsEqual(clone.Get(), true));
@@ -444,7 +447,7 @@ TEST(OpenObject, ComparesWhatIsDescribedToo) {
     const auto b = MakeRef<Sample::OpenPoint>();
     a->_GetContent().SetNull("n");
     b->SetX(1);
-    EXPECT_THAT(Diff(*a, *b), ElementsAre(".x", ".n"));
+    EXPECT_THAT(DiffContent(*a, *b), ElementsAre(".x", ".n"));
     b->_GetContent().SetNull("n");
     EXPECT_FALSE(a->_IsEqual(b.Get(), false));
 }

@@ -19,15 +19,15 @@ using Tavik::TypeInfo;
 using Tavik::TypeKind;
 
 /// A row that is expected in a list of properties or parameters.
-struct Row {
+struct PropertyRow {
     const TypeInfo* type;
     std::uint32_t flags;
     const char* name;
     const char* version;
 };
 
-void ExpectRows(const Tavik::PropertyDescriptor* rows, const std::vector<Row>& expected) {
-    for (const Row& row : expected) {
+void ExpectRows(const Tavik::PropertyDescriptor* rows, const std::vector<PropertyRow>& expected) {
+    for (const PropertyRow& row : expected) {
         ASSERT_NE(rows->name, nullptr) << row.name;
         SCOPED_TRACE(row.name);
         EXPECT_STREQ(rows->name, row.name);

@@ -266,9 +266,9 @@ TEST(FieldFunctions, TreatEmptyArraysAsUnset) {
 
 TEST(FieldFunctions, OfALocation) {
     Tavik::TypeRegistry::Instance().Load();
-    using Location = Morvane::ComputerSpec::LiveComputerLocation;
-    const DataTypeInfo& record = Tavik::GetDoType<Location>()->GetDataTypeInfo();
-    const auto location = MakeRef<Location>();
+    using LiveLocation = Morvane::ComputerSpec::LiveComputerLocation;
+    const DataTypeInfo& record = Tavik::GetDoType<LiveLocation>()->GetDataTypeInfo();
+    const auto location = MakeRef<LiveLocation>();
     constexpr int verifyPeer = 6;
     constexpr int port = 1;
     location->SetVerifyPeer(true);

@@ -15,7 +15,7 @@ std::string Join(const std::vector<std::string>& words, const char* separator) {
 }
 
 /// The statement that offers the values of a set.
-std::string Offer(const ValueSet& values) {
+std::string OfferWords(const ValueSet& values) {
     switch (values.kind) {
     case ValueSet::Kind::File: return "_morvane_files -f";
     case ValueSet::Kind::Folder: return "_morvane_files -d";
@@ -45,13 +45,13 @@ void AppendOptionValues(std::string& script, const std::string& pattern, const C
     for (const OptionArgument& option : command.options) {
         for (const std::string& name : option.names) {
             if (option.values.kind != ValueSet::Kind::None) {
-                script += "    " + pattern + ':' + name + ") " + Offer(option.values) + "; return ;;\n";
+                script += "    " + pattern + ':' + name + ") " + OfferWords(option.values) + "; return ;;\n";
             }
         }
     }
 }
 
-constexpr const char* kHead =
+constexpr const char* kBashHead =
     R"(# Bash completion for morvane. Load it with: source <(morvane completion bash)
 
 _morvane_words()
@@ -80,7 +80,7 @@ std::string WriteBashScript(const std::vector<CommandArguments>& commands) {
     for (std::size_t i = 1; i < commands.size(); ++i) {
         names.push_back(commands[i].name);
     }
-    std::string script = kHead;
+    std::string script = kBashHead;
     script += "        " + Join(names, " | ") + ") command=$word; break ;;\n";
     script += "        esac\n    done\n    case $command:$previous in\n";
     AppendOptionValues(script, "*", root);
@@ -94,7 +94,8 @@ std::string WriteBashScript(const std::vector<CommandArguments>& commands) {
         const CommandArguments& command = commands[i];
         script += "    " + command.name + ":-*) _morvane_words '" + OptionNames(command, root) + "' ;;\n";
         if (!command.positionals.empty()) {
-            script += "    " + command.name + ":*) " + Offer(command.positionals.back().values) + " ;;\n";
+            script +=
+                "    " + command.name + ":*) " + OfferWords(command.positionals.back().values) + " ;;\n";
         }
     }
     script += "    esac\n}\n\ncomplete -F _morvane morvane\n";

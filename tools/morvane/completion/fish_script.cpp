@@ -17,7 +17,7 @@ std::string Quote(const std::string& text) {
 }
 
 /// The options of `complete` that offer the values of a set.
-std::string Offer(const ValueSet& values) {
+std::string OfferArguments(const ValueSet& values) {
     switch (values.kind) {
     case ValueSet::Kind::None: return "";
     case ValueSet::Kind::File: return " -r -F";
@@ -43,7 +43,7 @@ void AppendOptions(std::string& script, const CommandArguments& command, const s
         for (const std::string& name : option.names) {
             script += name.starts_with("--") ? " -l " + name.substr(2) : " -s " + name.substr(1);
         }
-        script += Offer(option.values) + " -d " + Quote(option.description) + '\n';
+        script += OfferArguments(option.values) + " -d " + Quote(option.description) + '\n';
     }
 }
 
@@ -60,7 +60,7 @@ std::string WriteFishScript(const std::vector<CommandArguments>& commands) {
         const std::string line = "complete -c morvane -n '__fish_seen_subcommand_from " + command.name + '\'';
         AppendOptions(script, command, line);
         if (!command.positionals.empty()) {
-            script += line + Offer(command.positionals.back().values) + '\n';
+            script += line + OfferArguments(command.positionals.back().values) + '\n';
         }
     }
     return script;

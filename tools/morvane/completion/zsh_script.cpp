@@ -59,7 +59,7 @@ void AppendArguments(std::string& script, const CommandArguments& command, const
     }
 }
 
-constexpr const char* kHead = R"zsh(#compdef morvane
+constexpr const char* kZshHead = R"zsh(#compdef morvane
 # Zsh completion for morvane. Load it with: source <(morvane completion zsh)
 
 _morvane_types()
@@ -87,7 +87,7 @@ _morvane()
 } // namespace
 
 std::string WriteZshScript(const std::vector<CommandArguments>& commands) {
-    std::string script = kHead;
+    std::string script = kZshHead;
     for (std::size_t i = 1; i < commands.size(); ++i) {
         script += "        '" + commands[i].name + ':' + Escape(commands[i].description) + "'\n";
     }
