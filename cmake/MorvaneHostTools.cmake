@@ -11,6 +11,7 @@ ExternalProject_Add(host_tools
     CMAKE_ARGS
         -DCMAKE_BUILD_TYPE=Release
         -DBUILD_SHARED_LIBS=OFF
+        -DCMAKE_UNITY_BUILD=${CMAKE_UNITY_BUILD}
         -DMORVANE_HOST_TOOLS_ONLY=ON
         -DMORVANE_TESTS=OFF
     BUILD_COMMAND "${CMAKE_COMMAND}" --build "${hostBinaryDir}" --target schemac

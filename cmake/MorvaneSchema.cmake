@@ -64,6 +64,9 @@ function(morvane_generate_types variable)
     add_dependencies(generated_sources ${arg_LIBRARY}_schema)
     set_target_properties(${arg_LIBRARY}_schema PROPERTIES MORVANE_SCHEMA "${schema}")
     set_source_files_properties(${sources} PROPERTIES GENERATED TRUE)
+    # The tables name functions whose definitions must not be in sight: they could be made only where their class is.
+    set_source_files_properties("${MORVANE_GENERATED_DIR}/${arg_LIBRARY}/tables.gen.cpp"
+        PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
     set(${variable} ${sources} PARENT_SCOPE)
 endfunction()
 
@@ -76,8 +79,8 @@ function(morvane_keep_zero_filled target)
     endif()
 endfunction()
 
-# morvane_generated_library(<target> <sources>...): how a library of generated classes is compiled and linked, given the
-# sources that the schema compiler wrote. Generated functions do next to nothing and are many:
+# morvane_generated_library(<target>): how a library of generated classes is compiled and linked. Generated functions do next
+# to nothing and are many:
 #
 # - They are compiled for size, and those that can not throw get no unwind table: with the compiler's own frame directives
 #   every function would have one.
@@ -88,7 +91,7 @@ function(morvane_generated_library target)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
         list(APPEND forSize -fno-asynchronous-unwind-tables -fno-dwarf2-cfi-asm)
     endif()
-    set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS "$<$<CONFIG:Release>:${forSize}>")
+    target_compile_options(${target} PRIVATE "$<$<CONFIG:Release>:${forSize}>")
     if(NOT WIN32)
         set(preemptible "${PROJECT_SOURCE_DIR}/cmake/preemptible.list")
         target_link_options(${target} PRIVATE "LINKER:--dynamic-list=${preemptible}")

@@ -21,6 +21,10 @@ function(morvane_set_options target)
         # Reports the joining of short strings, where there is nothing to report.
         target_compile_options(${target} PRIVATE -Wno-restrict)
     endif()
+    if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        # Takes what is local to a source file for something in a header, because the file is included.
+        target_compile_options(${target} PRIVATE -Wno-subobject-linkage)
+    endif()
     if(NOT WIN32)
         target_link_options(${target} PRIVATE -Wl,--as-needed)
         # Clang leaves the sanitizers' symbols of a shared library to the program that loads it.
