@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cctype>
 #include <iterator>
+#include <ostream>
 #include <set>
 #include <string>
 #include <string_view>
@@ -29,6 +30,9 @@ struct Library {
     std::string_view root; ///< the first component of its types' names
     std::size_t typeCount;
     std::set<std::string> others;
+
+    /// Names of tests are to be the same each time.
+    friend void PrintTo(const Library& library, std::ostream* out) { *out << library.list; }
 };
 
 const Library kLibraries[] = {
