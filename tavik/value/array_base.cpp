@@ -26,6 +26,14 @@ void DataArrayBase::Remove(std::size_t index) {
     m_elements.erase(m_elements.begin() + static_cast<std::ptrdiff_t>(index));
 }
 
+void DataArrayBase::AppendElement(DataObject* element) {
+    m_elements.emplace_back(element);
+}
+
+void DataArrayBase::ReplaceElement(std::size_t index, DataObject* element) {
+    m_elements[index].Reset(element);
+}
+
 DataArrayBase* DataArrayBase::CloneArray(DataArrayBase* copy) const {
     const auto fill = [](Any& target, const Any& source, const void* /*context*/) {
         auto& to = static_cast<DataArrayBase&>(target).m_elements;

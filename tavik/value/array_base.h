@@ -50,6 +50,10 @@ public:
 protected:
     DataArrayBase() noexcept;
 
+    /// What the typed functions of arrays do; takes a count of the element, which may be null.
+    void AppendElement(DataObject* element);
+    void ReplaceElement(std::size_t index, DataObject* element);
+
     /// Clones every element into `copy`, a new array of the same class, and returns it. Null for null;
     /// deletes `copy` when it throws `std::bad_alloc`.
     DataArrayBase* CloneArray(DataArrayBase* copy) const;

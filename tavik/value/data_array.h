@@ -8,6 +8,33 @@
 
 namespace Tavik {
 
+/// For range-based loops over the elements of a `DataArray`, borrowed, as `T*`. Good until the array is
+/// changed.
+template <class T>
+class DataArrayIterator {
+public:
+    using difference_type = std::ptrdiff_t;
+    using value_type = T*;
+
+    DataArrayIterator() = default;
+
+    explicit DataArrayIterator(const Pellum::Ref<DataObject>* position) : m_position(position) {}
+
+    T* operator*() const { return static_cast<T*>(m_position->Get()); }
+
+    DataArrayIterator& operator++() {
+        ++m_position;
+        return *this;
+    }
+
+    DataArrayIterator operator++(int) { return DataArrayIterator(m_position++); }
+
+    friend bool operator==(const DataArrayIterator&, const DataArrayIterator&) = default;
+
+private:
+    const Pellum::Ref<DataObject>* m_position = nullptr;
+};
+
 /// An array of data objects of class `T` or derived from it. Elements are counted references and may be null.
 ///
 /// There are as many arrays as there are classes, so next to nothing is compiled for each. Its functions
@@ -31,41 +58,17 @@ public:
         return static_cast<T*>(GetElement(index));
     }
 
-    /// For range-based loops over the elements, borrowed, as `T*`. Good until the array is changed.
-    class Iterator {
-    public:
-        using difference_type = std::ptrdiff_t;
-        using value_type = T*;
-
-        TAVIK_TEMPLATE_MEMBER T* operator*() const { return static_cast<T*>(m_position->Get()); }
-
-        TAVIK_TEMPLATE_MEMBER Iterator& operator++() {
-            ++m_position;
-            return *this;
-        }
-
-        TAVIK_TEMPLATE_MEMBER Iterator operator++(int) { return Iterator(m_position++); }
-
-        friend bool operator==(const Iterator&, const Iterator&) = default;
-
-    private:
-        friend class DataArray;
-
-        TAVIK_TEMPLATE_MEMBER explicit Iterator(const Pellum::Ref<DataObject>* position)
-            : m_position(position) {}
-
-        const Pellum::Ref<DataObject>* m_position;
-    };
+    using Iterator = DataArrayIterator<T>;
 
     TAVIK_TEMPLATE_MEMBER Iterator begin() const { return Iterator(m_elements.data()); }
 
     TAVIK_TEMPLATE_MEMBER Iterator end() const { return Iterator(m_elements.data() + m_elements.size()); }
 
     /// Appends an element; takes a count of it.
-    TAVIK_TEMPLATE_MEMBER void Append(T* element) { m_elements.emplace_back(element); }
+    TAVIK_TEMPLATE_MEMBER void Append(T* element) { AppendElement(element); }
 
     /// Replaces the element at `index` (below the length); takes a count of the new one.
-    TAVIK_TEMPLATE_MEMBER void SetElement(std::size_t index, T* element) { m_elements[index].Reset(element); }
+    TAVIK_TEMPLATE_MEMBER void SetElement(std::size_t index, T* element) { ReplaceElement(index, element); }
 };
 
 } // namespace Tavik
