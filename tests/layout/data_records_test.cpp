@@ -34,6 +34,7 @@ TEST(DataRecords, StandSideBySideInTheOrderOfTheSlots) {
         return dynamic_cast<const Tavik::DataObjectType&>(*types[slot]);
     };
     std::size_t rows = 0;
+    Extents extents;
     std::map<std::uint32_t, int> kinds;
     std::map<std::string_view, int> roots;
     const Record first(kDataTypeInfo, &typeAt(0).GetDataTypeInfo());
@@ -56,7 +57,7 @@ TEST(DataRecords, StandSideBySideInTheOrderOfTheSlots) {
         EXPECT_EQ(Adopt<Tavik::DataArrayBase>(record.FunctionAt<Create>(40)())->_GetElementType(), &type);
         bool hasOptional = false;
         const std::size_t count =
-            ForEachRow({kProperty, record.Pointer(8)}, 8, [&](const Record& row, std::size_t index) {
+            ForEachRow(kProperty, record.Pointer(8), extents, [&](const Record& row, std::size_t index) {
                 ASSERT_LT(index, type.GetOwnProperties().size());
                 ExpectRow(row, {0, 1, 2, 3, 0x200, 0x202}, type.GetOwnProperties()[index].GetDescriptor());
                 // A new object has what can not be unset, and nothing else.
@@ -75,7 +76,8 @@ TEST(DataRecords, StandSideBySideInTheOrderOfTheSlots) {
         EXPECT_EQ(record.Pointer(32) == nullptr, !hasOptional);
         EXPECT_EQ(record.Word(44), 0U);
     }
-    EXPECT_EQ(rows, 989U); // fewer or more where a list does not end where it should
+    extents.ExpectDisjoint();
+    EXPECT_EQ(rows, 989U);
     EXPECT_EQ(kinds[0x10], 416);
     EXPECT_EQ(kinds[0x11], 165);
     EXPECT_EQ(roots["orlin.DynamicData"], 146);
@@ -97,15 +99,15 @@ TEST(DataRecords, OfALocation) {
     const std::string_view v1 = "morvane.version.version1";
     const std::string_view v2 = "morvane.version.version2";
     ExpectRows(
-        {kProperty, record.Pointer(8)}, {{"string", 0, "hostname", v1},
-                                         {"int", 2, "port", v1},
-                                         {"string", 2, "username", v1},
-                                         {"string", 0x202, "password", v1},
-                                         {"string", 0x202, "clientPrivateKey", "morvane.version.version7"},
-                                         {"string", 0, "osType", v1},
-                                         {"boolean", 2, "verifyPeer", v2},
-                                         {"string", 2, "sslThumbprint", v2},
-                                         {"string", 2, "sslCertificate", "morvane.version.v9_0"}});
+        record.Pointer(8), {{"string", 0, "hostname", v1},
+                            {"int", 2, "port", v1},
+                            {"string", 2, "username", v1},
+                            {"string", 0x202, "password", v1},
+                            {"string", 0x202, "clientPrivateKey", "morvane.version.version7"},
+                            {"string", 0, "osType", v1},
+                            {"boolean", 2, "verifyPeer", v2},
+                            {"string", 2, "sslThumbprint", v2},
+                            {"string", 2, "sslCertificate", "morvane.version.v9_0"}});
 
     // A foreign runtime fills an object and reads it.
     void* const object = record.FunctionAt<Create>(36)();
@@ -129,6 +131,7 @@ TEST(DataRecords, OfALocation) {
 
 TEST(EnumRecords, PointToTheExportedTags) {
     std::size_t tags = 0;
+    Extents extents;
     for (std::size_t slot = kDataTypeCount; slot < kDataTypeCount + kEnumCount; ++slot) {
         const auto& type = dynamic_cast<const Tavik::EnumType&>(*GetLibrary().types[slot]);
         SCOPED_TRACE(type.GetName());
@@ -136,20 +139,20 @@ TEST(EnumRecords, PointToTheExportedTags) {
         ExpectTypeInfo(record.Pointer(0), 0x0F, type);
         const std::string name = ToPath(type.GetName(), "::");
         const std::size_t last = name.rfind("::") + 2;
-        std::string prefix = name.substr(last) + '_';
+        const std::string prefix = name.substr(last) + '_';
         std::vector<const char*> values;
-        for (Raw value(record.Pointer(4)); value.Pointer(0) != nullptr && values.size() < 100;
-             value = Raw(value.Address(sizeof(void*)))) {
-            values.push_back(static_cast<const char*>(value.Pointer(0)));
+        for (const void* value : ReadPointers(record.Pointer(4), extents)) {
+            values.push_back(static_cast<const char*>(value));
             std::string constant = prefix + values.back();
             std::transform(constant.begin(), constant.end(), constant.begin(), [](char c) {
                 return static_cast<char>(std::toupper(c));
             });
-            EXPECT_EQ(value.Pointer(0), FindSymbol(name.substr(0, last) + constant)) << constant;
+            EXPECT_EQ(value, FindSymbol(name.substr(0, last) + constant)) << constant;
         }
         EXPECT_EQ(values, type.GetTags());
         tags += values.size();
     }
+    extents.ExpectDisjoint();
     EXPECT_EQ(tags, 208U);
     const Tavik::Type* state = Tavik::TypeRegistry::Instance().FindByName("morvane.task.TaskInfo.State");
     const Record record(kEnumTypeInfo, &dynamic_cast<const Tavik::EnumType&>(*state).GetEnumTypeInfo());

@@ -93,6 +93,7 @@ TEST(ManagedRecords, HaveArraysThatTheRuntimeFills) {
 
 /// What is counted over all methods.
 struct Totals {
+    Extents extents;
     std::size_t parameters = 0;
     std::size_t faults = 0;
     std::map<std::string, int> resultVersions; ///< of those that have a result; "own" is the method's
@@ -144,15 +145,15 @@ void ExpectMethod(
     } else {
         ++totals.resultVersions[std::string(result.Text(16) == row.Text(44) ? "own" : result.Text(16))];
     }
-    totals.parameters +=
-        ForEachRow({kProperty, row.Pointer(36)}, 8, [&](const Record& parameter, std::size_t index) {
+    totals.parameters += ForEachRow(
+        kProperty, row.Pointer(36), totals.extents, [&](const Record& parameter, std::size_t index) {
             ExpectRow(parameter, {0, 1, 2, 0x200}, described.parameters[index]);
         });
-    for (Raw fault(row.Pointer(40)); fault.Pointer(0) != nullptr; fault = Raw(fault.Address(sizeof(void*)))) {
-        ASSERT_LE(++totals.faults, 1000U);
-        const Record info(kTypeInfo, fault.Pointer(0));
+    for (const void* fault : ReadPointers(row.Pointer(40), totals.extents)) {
+        ++totals.faults;
+        const Record info(kTypeInfo, fault);
         EXPECT_EQ(info.Word(0), 0x11U);
-        EXPECT_EQ(info.Address(), FindTypeInfo(info.Text(4)));
+        EXPECT_EQ(fault, FindTypeInfo(info.Text(4)));
     }
 }
 
@@ -174,14 +175,16 @@ TEST(ManagedRecords, DescribeEveryMethodAndProperty) {
 
         EXPECT_EQ(
             expected.properties,
-            ForEachRow({kProperty, record.Pointer(8)}, 8, [&](const Record& row, std::size_t index) {
-                ExpectRow(row, {4, 6, 7}, described.properties[index]);
-            }));
+            ForEachRow(
+                kProperty, record.Pointer(8), totals.extents, [&](const Record& row, std::size_t index) {
+                    ExpectRow(row, {4, 6, 7}, described.properties[index]);
+                }));
         EXPECT_EQ(
             expected.methods,
-            ForEachRow({kMethod, record.Pointer(12)}, 0, [&](const Record& row, std::size_t index) {
-                ExpectMethod(type.GetName(), row, described.methods[index], totals);
-            }));
+            ForEachRow(
+                kMethod, record.Pointer(12), totals.extents, [&](const Record& row, std::size_t index) {
+                    ExpectMethod(type.GetName(), row, described.methods[index], totals);
+                }));
         const bool inherits = type.GetBaseType() != nullptr
                            && type.GetBaseType()->GetManagedTypeInfo().propertyIndex != nullptr;
         EXPECT_EQ(record.Pointer(16) != nullptr, expected.properties > 0 || inherits);
@@ -195,6 +198,7 @@ TEST(ManagedRecords, DescribeEveryMethodAndProperty) {
             EXPECT_EQ(Raw(record.Pointer(28)).Pointer(i * sizeof(void*)), type.GetMethodObjects()[i].get());
         }
     }
+    totals.extents.ExpectDisjoint();
     EXPECT_EQ(totals.parameters, 153U);
     EXPECT_EQ(totals.faults, 102U);
     EXPECT_EQ(bases["orlin.ManagedObject"], 21);
@@ -217,11 +221,11 @@ TEST(ManagedRecords, OfASessionManager) {
     const Record record = FindManagedRecord("morvane.SessionManager");
     const std::string_view v1 = "morvane.version.version1";
     ExpectRows(
-        {kProperty, record.Pointer(8)}, {{"morvane.UserSession", 7, "sessionList", v1},
-                                         {"morvane.UserSession", 6, "currentSession", v1},
-                                         {"string", 7, "messageLocaleList", v1},
-                                         {"string", 7, "supportedLocaleList", v1},
-                                         {"string", 4, "defaultLocale", v1}});
+        record.Pointer(8), {{"morvane.UserSession", 7, "sessionList", v1},
+                            {"morvane.UserSession", 6, "currentSession", v1},
+                            {"string", 7, "messageLocaleList", v1},
+                            {"string", 7, "supportedLocaleList", v1},
+                            {"string", 4, "defaultLocale", v1}});
     const Record login(kMethod, record.Pointer(12));
     EXPECT_EQ(login.Text(0), "login");
     EXPECT_EQ(login.Text(4), "MorvaneLogin");
@@ -229,7 +233,7 @@ TEST(ManagedRecords, OfASessionManager) {
     EXPECT_EQ(login.Inline(kProperty, 16).Pointer(0), FindTypeInfo("morvane.UserSession"));
     EXPECT_EQ(login.Inline(kProperty, 16).Word(4), 0U);
     ExpectRows(
-        {kProperty, login.Pointer(36)},
+        login.Pointer(36),
         {{"string", 0, "userName", v1}, {"string", 0x200, "password", v1}, {"string", 2, "locale", v1}});
     EXPECT_EQ(Raw(login.Pointer(40)).Pointer(0), FindTypeInfo("zabro.fault.InvalidLogin"));
     EXPECT_EQ(Raw(login.Pointer(40)).Pointer(sizeof(void*)), FindTypeInfo("zabro.fault.InvalidLocale"));

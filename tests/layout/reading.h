@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <initializer_list>
+#include <map>
 
 /// What the tests of several kinds of records have in common.
 namespace LayoutTests {
@@ -59,17 +60,49 @@ inline void ExpectRow(
     }
 }
 
+/// The memory that lists take, with their ends. Where an end is missing, what follows a list may look like
+/// one by chance; but then it is part of something else.
+class Extents {
+public:
+    void Add(const void* begin, std::size_t size) { m_sizes[begin] = size; }
+
+    void ExpectDisjoint() const {
+        const char* end = nullptr;
+        for (const auto& [begin, size] : m_sizes) {
+            EXPECT_GE(begin, end) << "a list reaches into the next one";
+            end = static_cast<const char*>(begin) + size;
+        }
+    }
+
+private:
+    std::map<const void*, std::size_t> m_sizes;
+};
+
 /// Calls `read` with each row of a list, which ends with one whose name is null, and counts them.
 inline std::size_t ForEachRow(
-    Record row, std::size_t nameOffset,
+    const Form& form, const void* list, Extents& extents,
     const std::function<void(const Record& row, std::size_t index)>& read) {
+    const std::size_t nameOffset = &form == &kMethod ? 0 : 8;
+    Record row(form, list);
     std::size_t count = 0;
     for (; row.Pointer(nameOffset) != nullptr && count < 100; row = row.Next()) {
         SCOPED_TRACE(row.Text(nameOffset));
         read(row, count++);
     }
     EXPECT_LT(count, 100U) << "no end";
+    extents.Add(list, (count + 1) * form.Size());
     return count;
+}
+
+/// The pointers of a list that ends with a null one.
+inline std::vector<const void*> ReadPointers(const void* list, Extents& extents) {
+    std::vector<const void*> pointers;
+    while (pointers.size() < 100 && Raw(list).Pointer(pointers.size() * sizeof(void*)) != nullptr) {
+        pointers.push_back(Raw(list).Pointer(pointers.size() * sizeof(void*)));
+    }
+    EXPECT_LT(pointers.size(), 100U) << "no end";
+    extents.Add(list, (pointers.size() + 1) * sizeof(void*));
+    return pointers;
 }
 
 /// One row, spelt out.
@@ -80,14 +113,16 @@ struct ExpectedRow {
     std::string_view version;
 };
 
-inline void ExpectRows(const Record& first, const std::vector<ExpectedRow>& expected) {
-    EXPECT_EQ(expected.size(), ForEachRow(first, 8, [&](const Record& row, std::size_t index) {
-                  ASSERT_LT(index, expected.size());
-                  EXPECT_EQ(row.Pointer(0), FindTypeInfo(expected[index].type));
-                  EXPECT_EQ(row.Word(4), expected[index].flags);
-                  EXPECT_EQ(row.Text(8), expected[index].name);
-                  EXPECT_EQ(row.Text(16), expected[index].version);
-              }));
+inline void ExpectRows(const void* list, const std::vector<ExpectedRow>& expected) {
+    Extents extents;
+    const std::size_t count = ForEachRow(kProperty, list, extents, [&](const Record& row, std::size_t index) {
+        ASSERT_LT(index, expected.size());
+        EXPECT_EQ(row.Pointer(0), FindTypeInfo(expected[index].type));
+        EXPECT_EQ(row.Word(4), expected[index].flags);
+        EXPECT_EQ(row.Text(8), expected[index].name);
+        EXPECT_EQ(row.Text(16), expected[index].version);
+    });
+    EXPECT_EQ(count, expected.size());
 }
 
 } // namespace LayoutTests

@@ -10,7 +10,7 @@ using testing::ElementsAre;
 constexpr std::size_t kVersionCount = 11;
 
 /// `count` pointers from an address on.
-std::vector<const void*> ReadPointers(const void* address, std::size_t count) {
+std::vector<const void*> ReadArray(const void* address, std::size_t count) {
     std::vector<const void*> pointers;
     for (std::size_t i = 0; i < count; ++i) {
         pointers.push_back(Raw(address).Pointer(i * sizeof(void*)));
@@ -24,7 +24,7 @@ using GetRcVersion = const void*();
 std::vector<const void*> ReadFilled() {
     std::vector<const void*> filled;
     for (const char* array : {"Morvane::officialVersions", "Morvane::internalVersions"}) {
-        const auto entries = ReadPointers(FindSymbol(array), kVersionCount);
+        const auto entries = ReadArray(FindSymbol(array), kVersionCount);
         filled.insert(filled.end(), entries.begin(), entries.end());
     }
     filled.push_back(Raw(FindSymbol("Morvane::orlinNamespaceId")).Pointer(0));
@@ -63,7 +63,7 @@ TEST(VersionsRecord, IsComplete) {
     EXPECT_EQ(record.Text(0), "morvane");
     EXPECT_EQ(record.Pointer(4), FindSymbol("Morvane::orlinNamespaceId"));
     std::vector<std::string> dependencies;
-    for (const void* name : ReadPointers(record.Pointer(8), 2)) {
+    for (const void* name : ReadArray(record.Pointer(8), 2)) {
         dependencies.emplace_back(static_cast<const char*>(name));
     }
     EXPECT_THAT(dependencies, ElementsAre("orlin.query", "zabro"));
