@@ -4,6 +4,7 @@
 #include "tests/layout/reading.h"
 
 #include <algorithm>
+#include <cctype>
 #include <map>
 
 /// The records of data types and enumerations, read byte by byte. Numbers are those of the format.

@@ -105,7 +105,7 @@ struct Held {
     Pellum::System::DateTime time = Pellum::System::DateTime::FromUtcTime(0x0123456789ABCDEF);
 };
 
-/// A class with one property of each kind. `Offsets` are those of their members.
+/// Gives every property of a class with one of each kind a value.
 template <class Kinds>
 void FillKinds(Kinds& kinds, const Held& held) {
     kinds.SetStringValue("text");

@@ -1,5 +1,6 @@
 #include "tests/layout/raw_memory.h"
 
+#include <algorithm>
 #include <cctype>
 #include <map>
 

@@ -12,6 +12,7 @@
 
 #include <gmock/gmock.h>
 
+#include <memory>
 #include <sstream>
 
 /// The order of virtual functions, by calling what stands in the tables.
