@@ -8,6 +8,8 @@
 #include <string_view>
 
 #ifdef _WIN32
+#include <unwind.h>
+
 #include <windows.h>
 #else
 #include <dlfcn.h>
@@ -35,8 +37,28 @@ std::uintptr_t AddressValue(const void* address) {
 
 #ifdef _WIN32
 
+struct Capture {
+    void** addresses;
+    std::size_t capacity;
+    std::size_t count = 0;
+};
+
+_Unwind_Reason_Code AddFrame(_Unwind_Context* context, void* argument) {
+    auto& capture = *static_cast<Capture*>(argument);
+    const std::uintptr_t address = _Unwind_GetIP(context);
+    if (address == 0 || capture.count == capture.capacity) {
+        return _URC_END_OF_STACK;
+    }
+    capture.addresses[capture.count++] = reinterpret_cast<void*>(address);
+    return _URC_NO_REASON;
+}
+
 std::size_t CaptureAddresses(void** addresses, std::size_t capacity) noexcept {
-    return CaptureStackBackTrace(0, static_cast<DWORD>(capacity), addresses, nullptr);
+    // By the tables that exceptions use, too: the system's function follows frame pointers, which optimised
+    // code does not have.
+    Capture capture{addresses, capacity};
+    _Unwind_Backtrace(&AddFrame, &capture);
+    return capture.count;
 }
 
 Backtrace::Frame Resolve(const void* address) {
