@@ -1,9 +1,14 @@
-# A cross build runs the schema compiler on the build machine: build it there first, with the native compiler.
+# A cross build runs the schema compiler on the build machine: build it there first, with the native compiler; and the
+# program that writes a test.
 
 include(ExternalProject)
 
 set(hostBinaryDir "${CMAKE_BINARY_DIR}/host")
-set(hostSchemac "${hostBinaryDir}/bin/schemac")
+set(hostTools schemac)
+if(MORVANE_TESTS)
+    list(APPEND hostTools emit_async_calls)
+endif()
+list(TRANSFORM hostTools PREPEND "${hostBinaryDir}/bin/" OUTPUT_VARIABLE hostPrograms)
 
 ExternalProject_Add(host_tools
     SOURCE_DIR "${PROJECT_SOURCE_DIR}"
@@ -13,13 +18,15 @@ ExternalProject_Add(host_tools
         -DBUILD_SHARED_LIBS=OFF
         -DCMAKE_UNITY_BUILD=${CMAKE_UNITY_BUILD}
         -DMORVANE_HOST_TOOLS_ONLY=ON
-        -DMORVANE_TESTS=OFF
-    BUILD_COMMAND "${CMAKE_COMMAND}" --build "${hostBinaryDir}" --target schemac
+        -DMORVANE_TESTS=${MORVANE_TESTS}
+    BUILD_COMMAND "${CMAKE_COMMAND}" --build "${hostBinaryDir}" --target ${hostTools}
     INSTALL_COMMAND ""
     BUILD_ALWAYS ON
-    BUILD_BYPRODUCTS "${hostSchemac}")
+    BUILD_BYPRODUCTS ${hostPrograms})
 
-add_executable(schemac IMPORTED GLOBAL)
-set_target_properties(schemac PROPERTIES IMPORTED_LOCATION "${hostSchemac}")
-add_dependencies(schemac host_tools)
+foreach(tool program IN ZIP_LISTS hostTools hostPrograms)
+    add_executable(${tool} IMPORTED GLOBAL)
+    set_target_properties(${tool} PROPERTIES IMPORTED_LOCATION "${program}")
+    add_dependencies(${tool} host_tools)
+endforeach()
 add_executable(morvane::schemac ALIAS schemac)

@@ -22,13 +22,13 @@ include(GoogleTest)
 
 # morvane_add_test(<name> SOURCES <files>... [LIBS <libs>...])
 #
-# A GoogleTest program whose cases are registered one by one. A cross build only builds it.
+# A GoogleTest program whose cases are registered one by one. Those of a cross build run by its emulator, if it has one.
 function(morvane_add_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBS")
-    morvane_add_executable(${name} SOURCES ${arg_SOURCES} LIBS ${arg_LIBS} GTest::gmock_main)
+    morvane_add_executable(${name} SOURCES ${arg_SOURCES} LIBS ${arg_LIBS} test_main)
     # Lets backtraces name the functions of the test itself.
     set_target_properties(${name} PROPERTIES ENABLE_EXPORTS ON)
-    if(NOT CMAKE_CROSSCOMPILING)
+    if(NOT CMAKE_CROSSCOMPILING OR CMAKE_CROSSCOMPILING_EMULATOR)
         gtest_discover_tests(${name}
             TEST_PREFIX "${name}."
             DISCOVERY_MODE PRE_TEST

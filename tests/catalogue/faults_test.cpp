@@ -3,6 +3,7 @@
 #include "tavik/type/type_registry.h"
 #include "tests/catalogue/catalogue.h"
 #include "tests/catalogue/content.h"
+#include "tests/support/place.h"
 
 #include <gmock/gmock.h>
 
@@ -19,6 +20,7 @@ using Tavik::MethodFault;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
+using TestSupport::ModuleOfProgram;
 
 /// The class names of an exception and of its bases, most derived first: what a handler compares.
 std::vector<std::string> ClassesOf(const std::exception& exception) {
@@ -88,7 +90,7 @@ TEST(CatalogueFaults, AreThrownAsTheirOwnClasses) {
             isCaught = true;
             EXPECT_EQ(ClassesOf(exception), ExpectedClasses(type));
             EXPECT_EQ(exception.GetFault(), &fault);
-            EXPECT_THAT(exception.Where(), StartsWith("catalogue_tests+0x"));
+            EXPECT_THAT(exception.Where(), StartsWith(ModuleOfProgram("catalogue_tests") + "+0x"));
             try {
                 exception.Throw();
             } catch (const MethodFault::Exception& again) {
@@ -104,7 +106,7 @@ TEST(CatalogueFaults, AreThrownAsTheirOwnClasses) {
             }
             EXPECT_EQ(created->GetFault(), &fault);
             EXPECT_EQ(fault.GetRefCount(), 4);
-            EXPECT_THAT(created->Where(), StartsWith("catalogue_tests+0x"));
+            EXPECT_THAT(created->Where(), StartsWith(ModuleOfProgram("catalogue_tests") + "+0x"));
         }
         EXPECT_TRUE(isCaught);
     });

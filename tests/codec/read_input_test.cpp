@@ -23,9 +23,12 @@ std::string MessageFor(const std::string& path, std::size_t limit) {
 TEST(ReadInputTest, ReadsUpToTheLimitAndTellsWhatIsInTheWay) {
     const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "codec_read_input";
     std::filesystem::create_directories(folder);
-    const std::string file = (folder / "input.json").string();
+    // Names are UTF-8 on every system.
+    const std::filesystem::path path = folder / u8"gr\u00F6\u00DFe-\u65E5\u672C.json";
+    const std::u8string name = path.u8string();
+    const std::string file(name.begin(), name.end());
     const std::string content = std::string(200'000, 'x') + "\r\n\x1A" + '\0' + "end";
-    std::ofstream(file, std::ios::binary) << content;
+    std::ofstream(path, std::ios::binary) << content;
 
     EXPECT_EQ(ReadInput(file, content.size()), content);
     EXPECT_THAT(MessageFor(file, content.size() - 1), testing::HasSubstr("longer than the limit of "));

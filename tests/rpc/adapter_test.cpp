@@ -2,6 +2,7 @@
 #include "tavik/fault/runtime_faults.h"
 #include "tests/rpc/desk.h"
 #include "tests/rpc/jam.h"
+#include "tests/support/regex.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -256,8 +257,8 @@ TEST_F(AdapterTest, MethodsCallBackOnTheirOwnThread) {
     };
     EXPECT_THAT(
         EndOf([&] { m_stub->Act(""); }),
-        testing::MatchesRegex("orlin.fault.SystemError: reason = \"the server failed to run the call\", "
-                              "correlationId = \".+\""));
+        TestSupport::MatchesRegex("orlin.fault.SystemError: reason = \"the server failed to run the call\", "
+                                  "correlationId = \".+\""));
     EXPECT_EQ(depth, 4);
     EXPECT_THAT(m_desk->GetLog().front(), HasSubstr("3 calls run inside of each other"));
 

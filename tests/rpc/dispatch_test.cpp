@@ -5,6 +5,7 @@
 #include "tests/rpc/jam.h"
 #include "tests/rpc/photo_jam.h"
 #include "tests/rpc/torn_sheet.h"
+#include "tests/support/regex.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -57,7 +58,8 @@ TEST(DispatchTest, AnswersInTheFormThatPeopleRead) {
     // A call that comes without an identifier gets one.
     EXPECT_THAT(
         Serve(desk, R"({"on": {"id": "1", "mo": "DeskPrinter"}, "of": "DeskPrinter", "property": "queue"})"),
-        testing::MatchesRegex(R"(\{"correlation": "[0-9a-f]+-[0-9a-f]+", "result": \[\{"title": "a"\}\]\})"));
+        TestSupport::MatchesRegex(
+            R"(\{"correlation": "[0-9a-f]+-[0-9a-f]+", "result": \[\{"title": "a"\}\]\})"));
     EXPECT_EQ(
         Serve(desk, Ask("DeskAlign", R"("by": 3)", {}, "DeskPhotoPrinter")),
         R"({"correlation": "c", "result": 3000000000})");

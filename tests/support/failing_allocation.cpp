@@ -1,5 +1,9 @@
 #include "tests/support/failing_allocation.h"
 
+#ifdef _WIN32
+#include "tests/support/redirection_windows.h"
+#endif
+
 #include <atomic>
 #include <cstdlib>
 #include <new>
@@ -99,3 +103,24 @@ void operator delete(void* block, const std::nothrow_t& /*tag*/) noexcept {
 void operator delete[](void* block, const std::nothrow_t& /*tag*/) noexcept {
     TestSupport::Free(block);
 }
+
+#ifdef _WIN32
+
+namespace {
+
+template <class Function>
+Function* FindInRuntime(const char* name) {
+    const FARPROC function = GetProcAddress(GetModuleHandleA("libstdc++-6.dll"), name);
+    return reinterpret_cast<Function*>(reinterpret_cast<void*>(function));
+}
+
+// The libraries call the functions of the C++ run-time library, whatever the program defines. All others of
+// it come down to these two.
+const TestSupport::Redirection newOfLibraries(
+    FindInRuntime<void*(std::size_t)>("_Znwj"), static_cast<void* (*)(std::size_t)>(&operator new));
+const TestSupport::Redirection deleteOfLibraries(
+    FindInRuntime<void(void*)>("_ZdlPv"), static_cast<void (*)(void*)>(&operator delete));
+
+} // namespace
+
+#endif

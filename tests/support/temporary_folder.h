@@ -29,11 +29,12 @@ public:
 
     const std::filesystem::path& GetPath() const { return m_path; }
 
-    /// Writes a file and returns its path.
+    /// Writes a file and returns its path. Both names are UTF-8.
     std::string Write(const std::string& name, std::string_view content) const {
-        const std::filesystem::path path = m_path / name;
+        const std::filesystem::path path = m_path / std::u8string(name.begin(), name.end());
         std::ofstream(path, std::ios::binary) << content;
-        return path.string();
+        const std::u8string text = path.u8string();
+        return {text.begin(), text.end()};
     }
 
 private:

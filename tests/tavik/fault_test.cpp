@@ -8,6 +8,7 @@
 #include "tests/sample/api/many_kinds.h"
 #include "tests/sample/api/point.h"
 #include "tests/sample/api/throwable.h"
+#include "tests/support/place.h"
 
 #include <gmock/gmock.h>
 
@@ -44,6 +45,7 @@ using Pellum::Ref;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
+using TestSupport::IsIn;
 
 /// What `raise` throws, as a copy.
 std::unique_ptr<Pellum::Exception> Caught(const std::function<void()>& raise) {
@@ -208,22 +210,20 @@ TEST(FaultPlace, IsTheCallThatRaised) {
         void (*raise)();
         const char* name;
     } rows[] = {
-        {&TavikFaultTest::ByFault, "TavikFaultTest::ByFault("},
-        {&TavikFaultTest::ByException, "TavikFaultTest::ByException("},
-        {&TavikFaultTest::ByWrapping, "TavikFaultTest::ByWrapping("},
-        {&TavikFaultTest::ByCreating, "TavikFaultTest::ByCreating("},
+        {&TavikFaultTest::ByFault, "TavikFaultTest::ByFault"},
+        {&TavikFaultTest::ByException, "TavikFaultTest::ByException"},
+        {&TavikFaultTest::ByWrapping, "TavikFaultTest::ByWrapping"},
+        {&TavikFaultTest::ByCreating, "TavikFaultTest::ByCreating"},
     };
 
     for (const auto& row : rows) {
         const auto caught = Caught(row.raise);
         ASSERT_NE(caught, nullptr);
-#ifndef _WIN32
-        EXPECT_THAT(caught->Where(), StartsWith(row.name));
+        EXPECT_THAT(caught->Where(), IsIn(row.raise, row.name));
         std::ostringstream out;
         caught->Dump(out);
-        EXPECT_THAT(out.str(), HasSubstr(std::string(": ") + caught->what() + "\n  at " + row.name))
+        EXPECT_THAT(out.str(), HasSubstr(std::string(": ") + caught->what() + "\n  at " + caught->Where()))
             << "class, message, place";
-#endif
         EXPECT_TRUE(caught->GetBacktrace()->BeginsAtPlace());
     }
 }
@@ -233,7 +233,7 @@ TEST(FaultPlace, NeedsNoNames) {
     const auto byFault = Caught([] { MakeRef<Sample::Failed>()->Throw(); });
     const auto byException = Caught([] { throw Sample::Failed::Exception(); });
     for (const auto* caught : {byFault.get(), byException.get()}) {
-        EXPECT_THAT(caught->Where(), StartsWith("tavik_tests+0x"));
+        EXPECT_THAT(caught->Where(), StartsWith(TestSupport::ModuleOfProgram("tavik_tests") + "+0x"));
         const std::unique_ptr<Pellum::Exception> clone(caught->Clone());
         EXPECT_EQ(Caught([&] { clone->Throw(); })->Where(), caught->Where()) << "the first time";
     }
@@ -243,7 +243,9 @@ TEST(FaultPlace, NeedsNoNames) {
 class NestingFault : public Sample::Failed {
 protected:
     [[noreturn]] void ThrowInternal() override {
-        EXPECT_THAT(Caught(&TavikFaultTest::ByFault)->Where(), StartsWith("TavikFaultTest::ByFault("));
+        EXPECT_THAT(
+            Caught(&TavikFaultTest::ByFault)->Where(),
+            IsIn(&TavikFaultTest::ByFault, "TavikFaultTest::ByFault"));
         throw Exception(this);
     }
 };

@@ -1,3 +1,4 @@
+#include "tests/support/regex.h"
 #include "tests/tools/tool_runner.h"
 
 #include <gmock/gmock.h>
@@ -10,8 +11,8 @@ namespace ToolTests {
 namespace {
 
 using testing::AllOf;
-using testing::ContainsRegex;
 using testing::HasSubstr;
+using TestSupport::ContainsRegex;
 
 TEST(Demo, ShowsWhatTheExamplesHold) {
     const RunResult result = RunTool({"demo", "--examples", Example("")});

@@ -1,3 +1,4 @@
+#include "tests/support/regex.h"
 #include "tools/morvane/model/lookup.h"
 
 #include "pellum/error/exception.h"
@@ -63,7 +64,8 @@ TEST(Lookup, KnowsTheHeaderOfEveryType) {
         const std::string className = Tool::GetClassName(type->GetName());
         const std::string lastPart = className.substr(className.rfind(':') + 1);
         EXPECT_THAT(
-            headers[path], testing::ContainsRegex("class ([A-Z_]+ )?([A-Za-z0-9]+::)*" + lastPart + "[ ;]"))
+            headers[path],
+            TestSupport::ContainsRegex("class ([A-Z_]+ )?([A-Za-z0-9]+::)*" + lastPart + "[ ;]"))
             << path;
         if (const std::string stub = Tool::GetStubHeaderPath(*type); !stub.empty()) {
             EXPECT_THAT(

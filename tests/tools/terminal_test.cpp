@@ -14,7 +14,16 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-TEST(Terminal, ShowsOneTypeALineWithinItsWidth) {
+class Terminal : public testing::Test {
+protected:
+    void SetUp() override {
+        if (!kHasTerminals) {
+            GTEST_SKIP() << "takes a pseudo-terminal";
+        }
+    }
+};
+
+TEST_F(Terminal, ShowsOneTypeALineWithinItsWidth) {
     for (const int columns : {1, 16, 40, 80, 200}) {
         const RunResult result = RunToolAtTerminal({"types", "--area", "agent"}, columns, {"NO_COLOR=1"});
         EXPECT_EQ(result.exitCode, 0);
@@ -33,13 +42,13 @@ TEST(Terminal, ShowsOneTypeALineWithinItsWidth) {
     }
 }
 
-TEST(Terminal, ShowsHowManyTypesThereAre) {
+TEST_F(Terminal, ShowsHowManyTypesThereAre) {
     EXPECT_THAT(
         RunToolAtTerminal({"types", "--base", "ComputerSpec.VmLocation"}, 80, {"NO_COLOR=1"}).out,
         testing::EndsWith("\n3 types: 3 data\n"));
 }
 
-TEST(Terminal, HasColoursUnlessTheyAreUnwanted) {
+TEST_F(Terminal, HasColoursUnlessTheyAreUnwanted) {
     const std::vector<std::string> arguments = {"describe", "ComputerSpec.LiveComputerLocation"};
     EXPECT_THAT(RunToolAtTerminal(arguments, 80).out, HasSubstr("\x1b["));
     for (const char* variable : {"NO_COLOR=1", "TERM=dumb"}) {

@@ -40,6 +40,14 @@ RunResult RunTool(const std::vector<std::string>& arguments, std::string_view in
 RunResult RunProgram(
     const std::string& program, const std::vector<std::string>& arguments, std::string_view input = {});
 
+#ifdef _WIN32
+inline constexpr bool kHasTerminals = false; ///< whether a test can run a program at a terminal
+inline constexpr int kSlowness = 4;          ///< starting a program takes that much longer with Wine
+#else
+inline constexpr bool kHasTerminals = true;
+inline constexpr int kSlowness = 1;
+#endif
+
 /// Runs the `morvane` program of this build at a terminal of that many columns, with the variables
 /// ("NO_COLOR=1") in its environment; what it writes to both streams is in `out`.
 RunResult RunToolAtTerminal(

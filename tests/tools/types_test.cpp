@@ -132,7 +132,8 @@ TEST(Types, AreThereSoon) {
         GTEST_SKIP() << "a sanitizer takes its own time";
     }
     for (const char* form : {"--names", "--json", "--areas"}) {
-        EXPECT_LT(RunTool({"types", form}).duration.count(), 250) << form; // of which it needs a twentieth
+        EXPECT_LT(RunTool({"types", form}).duration.count(), 250 * kSlowness)
+            << form; // of which it needs a twentieth
     }
 }
 

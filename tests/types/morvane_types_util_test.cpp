@@ -2,12 +2,12 @@
 
 #include "tavik/value/data_array.h"
 #include "tavik/value/scalar_array.h"
+#include "tests/support/death.h"
 #include "types/api/params/cloning_params.h"
 
 #include <gmock/gmock.h>
 
 #include <climits>
-#include <csignal>
 #include <initializer_list>
 #include <ostream>
 #include <string>
@@ -244,8 +244,6 @@ TEST(MorvaneTypesUtil, KnowsGptDisksByThePartitionTypeOfTheirVolumes) {
     }
 }
 
-#ifndef _WIN32
-
 TEST(MorvaneTypesUtilDeathTest, EndsTheProcessOverNullArguments) {
     testing::FLAGS_gtest_death_test_style = "threadsafe";
     const auto volume = MakeRef<StorageInfo::VolumeInfo>();
@@ -253,14 +251,12 @@ TEST(MorvaneTypesUtilDeathTest, EndsTheProcessOverNullArguments) {
     const auto agent = MakeRef<AgentCloningParams>();
     const Tavik::DataArray<StorageInfo::DiskInfo>* noDisks = nullptr;
     const AgentCloningParams* noAgent = nullptr;
-    const testing::KilledBySignal aborted(SIGABRT);
-    const char* message = "^VERIFY morvane_types_util.cpp:[1-9][0-9]*\n$";
+    const auto& aborted = TestSupport::HasAborted;
+    const auto message = TestSupport::IsAbortMessage("VERIFY morvane_types_util.cpp:[1-9][0-9]*");
     EXPECT_EXIT(FindSectorSizeByVolume(nullptr, disks.Get()), aborted, message);
     EXPECT_EXIT(FindSectorSizeByVolume(volume.Get(), noDisks), aborted, message);
     EXPECT_EXIT(FindSectorSizeByVolume(nullptr, agent.Get()), aborted, message);
     EXPECT_EXIT(FindSectorSizeByVolume(volume.Get(), noAgent), aborted, message);
 }
-
-#endif
 
 } // namespace

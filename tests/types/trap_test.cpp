@@ -3,6 +3,7 @@
 #include "tavik/type/type_registry.h"
 #include "tests/sample/api/level4.h"
 #include "tests/sample/api/required_kinds.h"
+#include "tests/support/death.h"
 #include "types/api/core/computer_spec.h"
 
 #include <gtest/gtest.h>
@@ -14,7 +15,10 @@ namespace {
 using Location = Morvane::ComputerSpec::LiveComputerLocation;
 
 constexpr int kCount = 9;
-constexpr const char* kTrap = "fail-fast trap, code 37";
+
+/// The statement ends the process by the trap.
+#define EXPECT_TRAP(statement)                                                                               \
+    EXPECT_EXIT(statement, TestSupport::HasFailedFast, TestSupport::IsFailFastMessage(37))
 
 class BadIndexDeathTest : public testing::TestWithParam<int> {
 protected:
@@ -31,11 +35,11 @@ protected:
 };
 
 TEST_P(BadIndexDeathTest, EndsTheProcess) {
-    EXPECT_DEATH(m_record->get(m_object.Get(), GetParam(), m_value), kTrap);
-    EXPECT_DEATH(m_record->fieldPointer(m_object.Get(), GetParam()), kTrap);
-    EXPECT_DEATH(m_record->set(m_object.Get(), GetParam(), m_value), kTrap);
-    EXPECT_DEATH(m_record->swap(m_object.Get(), GetParam(), m_value), kTrap);
-    EXPECT_DEATH(m_record->reset(m_object.Get(), GetParam()), kTrap);
+    EXPECT_TRAP(m_record->get(m_object.Get(), GetParam(), m_value));
+    EXPECT_TRAP(m_record->fieldPointer(m_object.Get(), GetParam()));
+    EXPECT_TRAP(m_record->set(m_object.Get(), GetParam(), m_value));
+    EXPECT_TRAP(m_record->swap(m_object.Get(), GetParam(), m_value));
+    EXPECT_TRAP(m_record->reset(m_object.Get(), GetParam()));
     EXPECT_TRUE(m_record->isSet(m_object.Get(), GetParam()));
 }
 
@@ -46,11 +50,11 @@ TEST(RequiredPropertyDeathTest, IsNotReset) {
     Tavik::TypeRegistry::Instance().Load();
     const auto object = Pellum::MakeRef<Location>();
     const Tavik::DataTypeInfo& record = Tavik::GetDoType<Location>()->GetDataTypeInfo();
-    EXPECT_DEATH(record.reset(object.Get(), 0), kTrap);
-    EXPECT_DEATH(record.reset(object.Get(), 5), kTrap);
+    EXPECT_TRAP(record.reset(object.Get(), 0));
+    EXPECT_TRAP(record.reset(object.Get(), 5));
     // A type's own properties only: those of its bases have functions of their own.
     const auto derived = Pellum::MakeRef<Sample::Level3>();
-    EXPECT_DEATH(Tavik::GetDoType<Sample::Level3>()->GetDataTypeInfo().reset(derived.Get(), 2), kTrap);
+    EXPECT_TRAP(Tavik::GetDoType<Sample::Level3>()->GetDataTypeInfo().reset(derived.Get(), 2));
 }
 
 } // namespace

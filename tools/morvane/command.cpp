@@ -26,22 +26,24 @@ void RefuseEmptyArguments(CLI::App& root) {
 }
 
 /// What is wrong with the arguments; a mistyped command is named, not just missed.
-std::string DescribeUsageError(const CLI::App& root, const CLI::ParseError& error, int argc, char** argv) {
-    if (!root.get_subcommands().empty() || argc < 2 || argv[1][0] == '-') {
+std::string DescribeUsageError(
+    const CLI::App& root, const CLI::ParseError& error, const std::vector<std::string>& arguments) {
+    if (!root.get_subcommands().empty() || arguments.empty() || arguments.front().starts_with('-')) {
         return error.what();
     }
     std::vector<std::string> names;
     for (const CLI::App* command : root.get_subcommands([](const CLI::App*) { return true; })) {
         names.push_back(command->get_name());
     }
-    const std::string near = Pellum::FindNearName(argv[1], names);
-    return "there is no command \"" + std::string(argv[1]) + '"'
+    const std::string near = Pellum::FindNearName(arguments.front(), names);
+    return "there is no command \"" + arguments.front() + '"'
          + (near.empty() ? "" : "; did you mean \"" + near + "\"?");
 }
 
 ExitCode FailUsage(
-    Console& console, const CLI::App& root, const CLI::ParseError& error, int argc, char** argv) {
-    console.WriteError(root.get_name(), DescribeUsageError(root, error, argc, argv));
+    Console& console, const CLI::App& root, const CLI::ParseError& error,
+    const std::vector<std::string>& arguments) {
+    console.WriteError(root.get_name(), DescribeUsageError(root, error, arguments));
     const auto chosen = root.get_subcommands();
     console.err.WriteLine(
         "Run \"" + root.get_name() + ' ' + (chosen.empty() ? std::string() : chosen.front()->get_name() + ' ')
@@ -87,6 +89,7 @@ Argument Command::AddFlag(const char* names, bool& value, const char* descriptio
 
 CommandSet::CommandSet(const char* program, const char* summary, const char* footer)
     : m_root(std::make_unique<CLI::App>(summary, program)) {
+    m_root->allow_windows_style_options(false); // what begins with a slash is a path
     m_root->require_subcommand(1);
     m_root->fallthrough();
     m_root->footer(footer);
@@ -106,20 +109,20 @@ Command CommandSet::Add(const CommandText& text) {
     return Command(command);
 }
 
-std::optional<ExitCode> CommandSet::Parse(int argc, char** argv, Console& console) {
+std::optional<ExitCode> CommandSet::Parse(const std::vector<std::string>& arguments, Console& console) {
     RefuseEmptyArguments(*m_root);
-    if (argc == 1) {
+    if (arguments.empty()) {
         console.err.Write(m_root->help());
         return kError;
     }
     try {
-        m_root->parse(argc, argv);
-    } catch (const CLI::Success& request) { // --help
+        m_root->parse(std::vector<std::string>(arguments.rbegin(), arguments.rend())); // taken from the back
+    } catch (const CLI::Success& request) {                                            // --help
         m_root->exit(request);
         std::cout.flush();
         return std::cout ? kDone : kError;
     } catch (const CLI::ParseError& error) {
-        return FailUsage(console, *m_root, error, argc, argv);
+        return FailUsage(console, *m_root, error, arguments);
     }
     return std::nullopt;
 }

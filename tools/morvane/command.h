@@ -90,7 +90,7 @@ public:
 
     /// Fills in what was given. The exit code where that is all: after printing help, or what is wrong. To be
     /// called once, when all commands are there.
-    std::optional<ExitCode> Parse(int argc, char** argv, Console& console);
+    std::optional<ExitCode> Parse(const std::vector<std::string>& arguments, Console& console);
 
     /// Runs the command that was given.
     ExitCode Run(Console& console) const;

@@ -1,10 +1,12 @@
 #include "tools/morvane/command.h"
+#include "tools/morvane/terminal/platform.h"
 #include "tools/morvane/value/read_value.h"
 
 #include <exception>
 #include <map>
 #include <new>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -30,6 +32,8 @@ Tool::ExitCode Run(const Tool::CommandSet& commands, Console& console) {
 } // namespace
 
 int main(int argc, char** argv) {
+    const std::vector<std::string> arguments = Tool::GetArguments(argc, argv);
+    Tool::PrepareOutput();
     Console console;
     Tool::CommandSet commands(
         kProgram, "Looks at the types of the conversion service's interface, and at values of them.",
@@ -61,7 +65,7 @@ int main(int argc, char** argv) {
     Tool::AddDemoCommand(commands);
     Tool::AddCompletionCommand(commands);
 
-    if (const auto code = commands.Parse(argc, argv, console)) {
+    if (const auto code = commands.Parse(arguments, console)) {
         return *code;
     }
     console.out.SetColourChoice(choices.at(colours));

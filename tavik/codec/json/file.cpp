@@ -45,6 +45,14 @@ std::string ReadAll(std::FILE* file, const std::string& name, std::size_t limit)
     return content;
 }
 
+std::FILE* Open(const std::filesystem::path& path) {
+#ifdef _WIN32
+    return _wfopen(path.c_str(), L"rb"); // the other one knows the names of one code page
+#else
+    return std::fopen(path.c_str(), "rb");
+#endif
+}
+
 } // namespace
 
 std::string ReadInput(const std::string& path, std::size_t limit) {
@@ -54,11 +62,13 @@ std::string ReadInput(const std::string& path, std::size_t limit) {
 #endif
         return ReadAll(stdin, "standard input", limit);
     }
+    // From a plain string it would be in the system's code page.
+    const std::filesystem::path name(std::u8string(path.begin(), path.end()));
     std::error_code ignored;
-    if (std::filesystem::is_directory(path, ignored)) {
+    if (std::filesystem::is_directory(name, ignored)) {
         Fail(path, "it is a directory");
     }
-    const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));
+    const std::unique_ptr<std::FILE, CloseFile> file(Open(name));
     if (file == nullptr) {
         FailWith(path, errno);
     }

@@ -5,6 +5,7 @@
 #include "tools/morvane/model/template_writer.h"
 #include "tools/morvane/model/type_facts.h"
 #include "tools/morvane/model/words.h"
+#include "tools/morvane/terminal/platform.h"
 
 #include <filesystem>
 #include <fstream>
@@ -44,13 +45,13 @@ void PrintChoices(const std::vector<TemplateChoice>& choices, Output& output) {
 
 void WriteFile(const std::filesystem::path& path, const std::string& text) {
     if (std::filesystem::exists(path)) {
-        throw Pellum::Exception(path.string() + " is there already");
+        throw Pellum::Exception(ToName(path) + " is there already");
     }
     std::ofstream file(path, std::ios::binary);
     file << text;
     file.close();
     if (!file) {
-        throw Pellum::Exception("cannot write " + path.string());
+        throw Pellum::Exception("cannot write " + ToName(path));
     }
 }
 
@@ -72,8 +73,7 @@ ExitCode RunNew(const NewOptions& options, Console& console) {
             console.out.Flush(); // before what is said of it
             PrintChoices(made.choices, console.err);
         } else {
-            WriteFile(
-                std::filesystem::path(options.folder) / (std::string(type.GetName()) + ".json"), made.text);
+            WriteFile(ToPath(options.folder) / (std::string(type.GetName()) + ".json"), made.text);
         }
     }
     if (!options.folder.empty()) {

@@ -1,28 +1,12 @@
 #include "tools/morvane/demo/examples_folder.h"
 
 #include "pellum/error/exception.h"
+#include "tools/morvane/terminal/platform.h"
 
 #include <filesystem>
 #include <system_error>
 
-#ifdef _WIN32
-#include <cstdlib>
-#endif
-
 namespace Tool {
-
-namespace {
-
-std::filesystem::path GetProgramFolder() {
-#ifdef _WIN32
-    return std::filesystem::path(_pgmptr).parent_path();
-#else
-    std::error_code ignored;
-    return std::filesystem::read_symlink("/proc/self/exe", ignored).parent_path();
-#endif
-}
-
-} // namespace
 
 std::string FindExamplesFolder() {
     for (const std::filesystem::path& folder :
@@ -30,7 +14,7 @@ std::string FindExamplesFolder() {
           std::filesystem::path(MORVANE_SOURCE_EXAMPLES)}) {
         std::error_code ignored;
         if (std::filesystem::is_directory(folder, ignored)) {
-            return folder.lexically_normal().string();
+            return ToName(folder.lexically_normal());
         }
     }
     throw Pellum::Exception(

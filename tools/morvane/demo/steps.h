@@ -4,6 +4,7 @@
 #include "tavik/codec/json/json.h"
 #include "tavik/type/version.h"
 #include "tools/morvane/demo/narrator.h"
+#include "tools/morvane/terminal/platform.h"
 #include "tools/morvane/value/write_value.h"
 
 #include <cstddef>
@@ -22,7 +23,7 @@ template <class T>
 Pellum::Ref<T> ReadExample(const std::filesystem::path& folder, const std::string& name) {
     Tavik::Json::DecodeOptions options;
     options.sourceName = name;
-    const std::string text = Tavik::Json::ReadInput((folder / name).string(), options.limits.inputBytes);
+    const std::string text = Tavik::Json::ReadInput(ToName(folder / name), options.limits.inputBytes);
     return Tavik::Json::DecodeAs<T>(text, options);
 }
 

@@ -1,32 +1,18 @@
 #include "tools/morvane/terminal/output.h"
 
 #include "pellum/error/exception.h"
+#include "tools/morvane/terminal/platform.h"
 
 #include <cerrno>
 #include <charconv>
 #include <cstdlib>
 #include <system_error>
 
-#ifdef _WIN32
-#include <io.h>
-#else
-#include <sys/ioctl.h>
-#include <unistd.h>
-#endif
-
 namespace Tool {
 
 namespace {
 
 constexpr std::size_t kUsualWidth = 80;
-
-bool IsTerminal(std::FILE* stream) {
-#ifdef _WIN32
-    return _isatty(_fileno(stream)) != 0;
-#else
-    return isatty(fileno(stream)) == 1;
-#endif
-}
 
 std::size_t FindWidth(std::FILE* stream) {
     if (const char* columns = std::getenv("COLUMNS")) {
@@ -37,15 +23,7 @@ std::size_t FindWidth(std::FILE* stream) {
             return width;
         }
     }
-#ifndef _WIN32
-    winsize size{};
-    if (ioctl(fileno(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0) {
-        return size.ws_col;
-    }
-#else
-    static_cast<void>(stream);
-#endif
-    return kUsualWidth;
+    return GetTerminalWidth(stream).value_or(kUsualWidth);
 }
 
 bool MayUseColours() {
