@@ -5,7 +5,7 @@ JOBS ?= $(shell nproc)
 export JOBS
 
 .DEFAULT_GOAL := help
-.PHONY: help setup setup-bench setup-dev demo test test-all bench lint format install clean
+.PHONY: help setup setup-bench setup-dev demo test test-windows test-all bench lint format install clean
 
 help: ## Show this list
 	@sed -n 's/^\([a-z-]*\):.*## \(.*\)/  make \1\t\2/p' Makefile | expand -t 20
@@ -28,6 +28,9 @@ demo: setup ## Build and run the guided tour
 
 test: setup ## Build the native release and run its tests
 	@scripts/test.sh release
+
+test-windows: setup-dev ## Build for 32-bit Windows and run the tests with Wine, which takes root rights
+	@scripts/test-windows.sh
 
 test-all: setup-dev ## Test every preset, the Windows build and the installed package
 	@scripts/test-all.sh
