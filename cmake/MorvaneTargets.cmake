@@ -34,6 +34,12 @@ function(morvane_set_options target)
     endif()
 endfunction()
 
+# morvane_compile_alone(<files>...): sources of this folder that no unity build puts together with others: those that read
+# the system's headers on Windows, where these make macros of common words, and those that are looked for by their names.
+function(morvane_compile_alone)
+    set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+endfunction()
+
 # morvane_link(<target> PUBLIC <libs>... PRIVATE <libs>...): as target_link_libraries, but private header-only
 # dependencies stay out of the installed package.
 function(morvane_link target)

@@ -363,12 +363,12 @@ TEST(OpenContent, OfManyPropertiesInAnotherOrderIsComparedSoon) {
 
 TEST(OpenContent, OfAnyDepthNeedsLittleStack) {
     TestSupport::RunOnSmallStack([] {
-        constexpr int kDepth = 100'000;
+        constexpr int kContentDepth = 100'000;
         const auto make = [](const char* end) {
             auto bag = MakeRef<Sample::Bag>();
             OpenContentWriter writer(bag->_GetContent());
             EXPECT_TRUE(writer.Name("a"));
-            for (int i = 0; i < kDepth; ++i) {
+            for (int i = 0; i < kContentDepth; ++i) {
                 if (i % 2 == 0) {
                     writer.BeginArray();
                 } else {
@@ -377,7 +377,7 @@ TEST(OpenContent, OfAnyDepthNeedsLittleStack) {
                 }
             }
             writer.String(end);
-            for (int i = kDepth; i-- > 0;) {
+            for (int i = kContentDepth; i-- > 0;) {
                 i % 2 == 0 ? writer.EndArray() : writer.EndObject();
             }
             EXPECT_TRUE(writer.IsComplete());
@@ -390,7 +390,7 @@ TEST(OpenContent, OfAnyDepthNeedsLittleStack) {
         EXPECT_FALSE(bag->_IsEqual(other.Get(), true));
         const std::vector<std::string> diffs = DiffContent(*bag, *other);
         ASSERT_EQ(diffs.size(), 1U);
-        EXPECT_EQ(diffs[0].size(), kDepth / 2 * 5 + 2);
+        EXPECT_EQ(diffs[0].size(), kContentDepth / 2 * 5 + 2);
         EXPECT_THAT(bag->ToString(), HasSubstr("\"end\""));
         EXPECT_THAT(Tavik::Validate(bag.Get()), IsEmpty());
     });
