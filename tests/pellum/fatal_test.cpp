@@ -59,17 +59,18 @@ TEST_F(FatalDeathTest, VerifyTellsTheFileWithoutItsFolders) {
 /// The code that a debugger is told when this program, asked to by a variable, fails fast; 0 when it does
 /// not.
 unsigned GetCodeSeenByDebugger() {
-    SetEnvironmentVariableA("PELLUM_TESTS_FAIL_FAST", "1");
     char program[MAX_PATH] = {};
     GetModuleFileNameA(nullptr, program, MAX_PATH);
     std::string line = '"' + std::string(program) + "\" --gtest_filter=FatalDeathTest.FailFast*";
     STARTUPINFOA startUp{};
     startUp.cb = sizeof(startUp);
     PROCESS_INFORMATION child{};
-    if (CreateProcessA(
-            nullptr, line.data(), nullptr, nullptr, FALSE, DEBUG_ONLY_THIS_PROCESS, nullptr, nullptr,
-            &startUp, &child)
-        == 0) {
+    SetEnvironmentVariableA("PELLUM_TESTS_FAIL_FAST", "1");
+    const BOOL hasStarted = CreateProcessA(
+        nullptr, line.data(), nullptr, nullptr, FALSE, DEBUG_ONLY_THIS_PROCESS, nullptr, nullptr, &startUp,
+        &child);
+    SetEnvironmentVariableA("PELLUM_TESTS_FAIL_FAST", nullptr); // not for the processes that are to die later
+    if (hasStarted == 0) {
         return 0;
     }
     unsigned code = 0;
