@@ -3,6 +3,7 @@
 #include "tavik/type/type_registry.h"
 #include "tests/catalogue/catalogue.h"
 #include "tests/catalogue/content.h"
+#include "tests/support/dotted_names.h"
 #include "tests/support/place.h"
 
 #include <gmock/gmock.h>
@@ -40,13 +41,7 @@ std::string ExceptionClass(const Tavik::Type& type) {
     if (name == "orlin.MethodFault" || name == "orlin.RuntimeFault") {
         return "Tavik::" + name.substr(name.find('.') + 1) + "::Exception";
     }
-    std::string path;
-    bool begins = true;
-    for (const char c : name + ".Exception") {
-        path += c == '.' ? "::" : std::string(1, begins ? static_cast<char>(std::toupper(c)) : c);
-        begins = c == '.';
-    }
-    return path;
+    return TestSupport::ToPath(name + ".Exception", "::");
 }
 
 std::vector<std::string> ExpectedClasses(const Tavik::DataObjectType& fault) {

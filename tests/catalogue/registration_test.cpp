@@ -2,6 +2,7 @@
 #include "tavik/type/type_registry.h"
 #include "tavik/value/array_base.h"
 #include "tests/catalogue/catalogue.h"
+#include "tests/support/dotted_names.h"
 
 #include <gmock/gmock.h>
 
@@ -12,21 +13,6 @@ namespace {
 
 using namespace CatalogueTests;
 using Pellum::Ref;
-
-/// "morvane.info.DiskInfo" gives "Morvane::Info::DiskInfo".
-std::string GetClassName(const std::string& dotted) {
-    std::string path;
-    bool begins = true;
-    for (const char c : dotted) {
-        if (c == '.') {
-            path += "::";
-        } else {
-            path += begins && c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-        }
-        begins = c == '.';
-    }
-    return path;
-}
 
 TEST(CatalogueRegistration, FindsEveryTypeByEveryName) {
     Tavik::TypeRegistry& registry = Tavik::TypeRegistry::Instance();
@@ -54,7 +40,7 @@ TEST(CatalogueRegistration, EveryTypeHasTheClassOfItsName) {
         const Ref<Tavik::DataObject> object(type->New());
         EXPECT_EQ(object->_GetDataType(), type); // which the class looks up
         const Tavik::DataObject& value = *object;
-        EXPECT_EQ(Pellum::Demangle(typeid(value)), GetClassName(type->GetName()));
+        EXPECT_EQ(Pellum::Demangle(typeid(value)), TestSupport::ToPath(type->GetName(), "::"));
         const Ref<Tavik::ArrayBase> array(type->NewArray());
         EXPECT_EQ(array->_GetElementType(), type);
         EXPECT_EQ(array->_GetType(), Tavik::Type::GetArrayType(type));

@@ -3,12 +3,12 @@
 #include "tavik/type/managed_object_type.h"
 #include "tavik/type/type_registry.h"
 #include "tests/exports/export_list.h"
+#include "tests/support/dotted_names.h"
 #include "types/registry/version_record.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cctype>
 #include <iterator>
 #include <ostream>
 #include <set>
@@ -16,11 +16,12 @@
 #include <string_view>
 #include <vector>
 
-/// What the libraries of types export, against what their descriptors say that there is. How names of C++
-/// follow from those of the types is worked out here again.
+/// What the libraries of types export, against what their descriptors say that there is.
 namespace {
 
 using ExportTests::Export;
+using TestSupport::ToPath;
+using TestSupport::ToUpperCase;
 
 constexpr std::size_t kMostNames = 40;
 
@@ -48,30 +49,6 @@ const Library kLibraries[] = {
     {"zabro", "zabro", 0, {}},
 };
 
-char ToUpper(char c) {
-    return static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-}
-
-std::string UpperCase(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(), &ToUpper);
-    return text;
-}
-
-/// The dotted name with every component capitalised and `separator` in place of the points.
-std::string Capitalised(std::string_view dotted, std::string_view separator) {
-    std::string text;
-    bool isStart = true;
-    for (const char c : dotted) {
-        if (c == '.') {
-            text += separator;
-        } else {
-            text += isStart ? ToUpper(c) : c;
-        }
-        isStart = c == '.';
-    }
-    return text;
-}
-
 /// What a library has to export, and what it may.
 class Expectation {
 public:
@@ -84,7 +61,7 @@ public:
                     Add(*type);
                 } else if (!ExportTests::kIsWindows) {
                     // Every library that makes arrays of others' types has a copy of the class.
-                    m_classes.insert("Tavik::DataArray<" + Capitalised(type->GetName(), "::") + ">");
+                    m_classes.insert("Tavik::DataArray<" + ToPath(type->GetName(), "::") + ">");
                 }
             }
         }
@@ -117,9 +94,9 @@ private:
 
     void Add(const Tavik::Type& type) {
         const std::string_view dotted = type.GetName();
-        const std::string name = Capitalised(dotted, "::");
+        const std::string name = ToPath(dotted, "::");
         const std::string root = name.substr(0, name.find("::")) + "::";
-        const std::string global = root + "g" + Capitalised(dotted, "");
+        const std::string global = root + "g" + ToPath(dotted, "");
         Require(global + "TypeInfo");
         if (const auto* data = dynamic_cast<const Tavik::DataObjectType*>(&type)) {
             AddData(*data, name);
@@ -152,7 +129,7 @@ private:
         const std::size_t end = name.rfind("::") + 2;
         Require("Tavik::GetEnumType<" + name + ">");
         for (const char* tag : type.GetTags()) {
-            Require(name.substr(0, end) + UpperCase(name.substr(end)) + "_" + UpperCase(tag));
+            Require(name.substr(0, end) + ToUpperCase(name.substr(end)) + "_" + ToUpperCase(tag));
         }
         AddClass("Tavik::Array<" + name + ">");
         AddClass("Tavik::Primitive<" + name + ">");
@@ -163,11 +140,11 @@ private:
         AddClass(name);
         AddClass(name + "Stub");
         for (const auto& method : type.GetMethodObjects()) {
-            const std::string function = Capitalised(method->GetName(), "");
+            const std::string function = ToPath(method->GetName(), "");
             if (method->IsPropertyGetter()) {
                 Require(name + "Stub::Get" + function);
             } else {
-                Require(name + "::METHOD_" + UpperCase(method->GetName()));
+                Require(name + "::METHOD_" + ToUpperCase(method->GetName()));
                 Require(name + "Stub::" + function);
             }
         }

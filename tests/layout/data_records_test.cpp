@@ -2,9 +2,8 @@
 #include "tavik/type/enum_type.h"
 #include "tavik/value/data_array.h"
 #include "tests/layout/reading.h"
+#include "tests/support/dotted_names.h"
 
-#include <algorithm>
-#include <cctype>
 #include <map>
 
 /// The records of data types and enumerations, read byte by byte. Numbers are those of the format.
@@ -86,7 +85,7 @@ TEST(DataRecords, StandSideBySideInTheOrderOfTheSlots) {
     EXPECT_EQ(roots["orlin.RuntimeFault"], 2);
 }
 
-const Record FindDataRecord(const char* name) {
+Record FindDataRecord(const char* name) {
     const Tavik::Type* type = Tavik::TypeRegistry::Instance().FindByName(name);
     return {kDataTypeInfo, &dynamic_cast<const Tavik::DataObjectType&>(*type).GetDataTypeInfo()};
 }
@@ -138,16 +137,13 @@ TEST(EnumRecords, PointToTheExportedTags) {
         SCOPED_TRACE(type.GetName());
         const Record record(kEnumTypeInfo, &type.GetEnumTypeInfo());
         ExpectTypeInfo(record.Pointer(0), 0x0F, type);
-        const std::string name = ToPath(type.GetName(), "::");
+        const std::string name = TestSupport::ToPath(type.GetName(), "::");
         const std::size_t last = name.rfind("::") + 2;
         const std::string prefix = name.substr(last) + '_';
         std::vector<const char*> values;
         for (const void* value : ReadPointers(record.Pointer(4), extents)) {
             values.push_back(static_cast<const char*>(value));
-            std::string constant = prefix + values.back();
-            std::transform(constant.begin(), constant.end(), constant.begin(), [](char c) {
-                return static_cast<char>(std::toupper(c));
-            });
+            const std::string constant = TestSupport::ToUpperCase(prefix + values.back());
             EXPECT_EQ(value, FindSymbol(name.substr(0, last) + constant)) << constant;
         }
         EXPECT_EQ(values, type.GetTags());

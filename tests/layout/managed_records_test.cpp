@@ -3,6 +3,7 @@
 #include "tavik/type/managed_object_type.h"
 #include "tavik/value/mo_ref.h"
 #include "tests/layout/reading.h"
+#include "tests/support/dotted_names.h"
 #include "tests/support/recording_adapter.h"
 
 #include <algorithm>
@@ -13,6 +14,7 @@
 namespace {
 
 using namespace LayoutTests;
+using TestSupport::ToPath;
 
 using PropertyIndex = int(const char* name, std::size_t length);
 using Dispatch = void(void* target, int index, void* arguments, void* result);
@@ -212,7 +214,7 @@ TEST(ManagedRecords, DescribeEveryMethodAndProperty) {
                                    {"zabro.version.version1", 1}}));
 }
 
-const Record FindManagedRecord(const char* name) {
+Record FindManagedRecord(const char* name) {
     const Tavik::Type* type = Tavik::TypeRegistry::Instance().FindByName(name);
     return {kManagedTypeInfo, &dynamic_cast<const Tavik::ManagedObjectType&>(*type).GetManagedTypeInfo()};
 }

@@ -148,9 +148,6 @@ private:
     Raw m_memory;
 };
 
-/// "morvane.task.Task" with "::" between its components: "Morvane::Task::Task".
-std::string ToPath(std::string_view dotted, std::string_view separator);
-
 /// The address of what a loaded library exports under that path, "Morvane::orlinNamespaceId"; null when there
 /// is none. A function takes no parameters, and has its "()" behind the path.
 const void* FindSymbol(std::string_view path);

@@ -1,7 +1,8 @@
 #include "tests/layout/raw_memory.h"
 
+#include "tests/support/dotted_names.h"
+
 #include <algorithm>
-#include <cctype>
 #include <map>
 
 #ifdef _WIN32
@@ -11,6 +12,8 @@
 #endif
 
 namespace LayoutTests {
+
+using TestSupport::ToPath;
 
 namespace {
 
@@ -28,20 +31,6 @@ std::string Mangle(std::string_view path) {
 }
 
 } // namespace
-
-std::string ToPath(std::string_view dotted, std::string_view separator) {
-    std::string path;
-    bool begins = true;
-    for (const char c : dotted) {
-        if (c == '.') {
-            path += separator;
-        } else {
-            path += begins ? static_cast<char>(std::toupper(c)) : c;
-        }
-        begins = c == '.';
-    }
-    return path;
-}
 
 const void* FindSymbol(std::string_view path) {
     const std::string mangled = Mangle(path);
