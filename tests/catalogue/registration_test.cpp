@@ -32,6 +32,7 @@ TEST(CatalogueRegistration, FindsEveryTypeByEveryName) {
         ASSERT_NE(type->GetVersion(), nullptr);
         EXPECT_EQ(type->GetVersion()->GetName(), type->GetInfo().version);
     }
+    EXPECT_THAT(registry.GetErrors(), testing::IsEmpty());
 }
 
 TEST(CatalogueRegistration, EveryTypeHasTheClassOfItsName) {
