@@ -31,13 +31,14 @@ check() {
 }
 
 # apart FUNCTION ARGUMENT...: calls it where nothing that it mounts or starts outlives it, one caller at a time. What
-# is mounted below build/ is thus never seen by who removes that folder.
+# is mounted below build/ is thus never seen by who removes that folder. All that is started holds the lock, too: it is
+# free when they have ended, even if this script was killed before.
 apart() {
     check
     mkdir -p build
     exec 9>build/wine-root.lock
     flock --nonblock 9 || { echo "Waiting for another run in $root." && flock 9; }
-    unshare --mount --propagation private --pid --fork --kill-child --mount-proc "$0" --apart "$@" 9>&-
+    unshare --mount --propagation private --pid --fork --kill-child --mount-proc scripts/wine-root.sh --apart "$@"
 }
 
 # The mirror that this system installs from, too.
@@ -53,6 +54,7 @@ in_root() {
 }
 
 make_root() {
+    [[ ! -e "$stamp" ]] || return 0 # by whom this one has waited for
     remove_root
     debootstrap --arch=i386 --variant=minbase "$suite" "$root" "$(mirror)"
     mount_in_root
@@ -94,6 +96,7 @@ case "${1:-}" in
     check) check ;;
     make) [[ -e "$stamp" ]] || apart make_root ;;
     run)
+        [[ $# -gt 1 ]] || fail "Run what? Usage: scripts/wine-root.sh run COMMAND..."
         [[ -e "$stamp" ]] || fail "There is no complete $root: 'scripts/wine-root.sh make' makes one."
         apart run_in_root "${@:2}"
         ;;
