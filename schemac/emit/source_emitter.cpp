@@ -163,8 +163,8 @@ private:
         }
         return Fill(
             kEnumSource, {{"namespace", Naming::CppNamespace(type)},
-                    {"constants", constants},
-                    {"enumeration", Naming::QualifiedClassName(type)}});
+                          {"constants", constants},
+                          {"enumeration", Naming::QualifiedClassName(type)}});
     }
 
     std::string DataText(const Model::DataType& type) {
