@@ -39,6 +39,7 @@ class Argument {
 public:
     explicit Argument(CLI::Option& option) : m_option(&option) {}
 
+    /// Has to be given.
     Argument& Require();
     /// Takes one of these words, and nothing else.
     Argument& TakeOnly(const std::vector<std::string>& words);
@@ -61,8 +62,10 @@ public:
     /// One value or more.
     Argument Add(
         const char* names, std::vector<std::string>& values, const char* valueName, const char* description);
+    /// A number from `least` to `most`.
     Argument AddNumber(
         const char* names, int& value, int least, int most, const char* valueName, const char* description);
+    /// Takes no value; set when given.
     Argument AddFlag(const char* names, bool& value, const char* description);
 
 private:
@@ -74,6 +77,7 @@ private:
 /// The program's subcommands: their arguments and what they do.
 class CommandSet {
 public:
+    /// `footer` stands below the program's help.
     CommandSet(const char* program, const char* summary, const char* footer);
     ~CommandSet();
     CommandSet(const CommandSet&) = delete;
@@ -82,8 +86,10 @@ public:
     /// What all commands take.
     Command GetProgram() { return Command(*m_root); }
 
+    /// For what reads all arguments off it: completion. Borrowed from this object.
     const CLI::App& GetParser() const { return *m_root; }
 
+    /// A new command.
     Command Add(const CommandText& text);
 
     void SetAction(const Command& command, Action action) { m_actions[command.m_app] = std::move(action); }
