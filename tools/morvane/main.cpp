@@ -1,5 +1,5 @@
 #include "tools/morvane/command.h"
-#include "tools/morvane/terminal/platform.h"
+#include "tools/morvane/platform.h"
 #include "tools/morvane/value/read_value.h"
 
 #include <exception>

@@ -18,6 +18,7 @@ std::vector<std::string> GetArguments(int argc, char** argv);
 void PrepareOutput();
 
 bool IsTerminal(std::FILE* stream);
+
 /// Columns of the terminal that a stream writes to; none where that is not known.
 std::optional<std::size_t> GetTerminalWidth(std::FILE* stream);
 

@@ -1,4 +1,4 @@
-#include "tools/morvane/terminal/platform.h"
+#include "tools/morvane/platform.h"
 
 #include <sys/ioctl.h>
 #include <unistd.h>

@@ -5,7 +5,7 @@
 #include "tools/morvane/model/template_writer.h"
 #include "tools/morvane/model/type_facts.h"
 #include "tools/morvane/model/words.h"
-#include "tools/morvane/terminal/platform.h"
+#include "tools/morvane/platform.h"
 
 #include <filesystem>
 #include <fstream>

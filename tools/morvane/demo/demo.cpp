@@ -7,7 +7,7 @@
 #include "tools/morvane/model/library.h"
 #include "tools/morvane/model/type_facts.h"
 #include "tools/morvane/model/words.h"
-#include "tools/morvane/terminal/platform.h"
+#include "tools/morvane/platform.h"
 #include "tools/morvane/terminal/table.h"
 #include "tools/morvane/value/differences.h"
 #include "tools/morvane/value/write_value.h"

@@ -1,7 +1,7 @@
 #include "tools/morvane/demo/examples_folder.h"
 
 #include "pellum/error/exception.h"
-#include "tools/morvane/terminal/platform.h"
+#include "tools/morvane/platform.h"
 
 #include <filesystem>
 #include <system_error>

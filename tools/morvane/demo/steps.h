@@ -4,7 +4,7 @@
 #include "tavik/codec/json/json.h"
 #include "tavik/type/version.h"
 #include "tools/morvane/demo/narrator.h"
-#include "tools/morvane/terminal/platform.h"
+#include "tools/morvane/platform.h"
 #include "tools/morvane/value/write_value.h"
 
 #include <cstddef>

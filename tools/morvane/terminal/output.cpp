@@ -1,7 +1,7 @@
 #include "tools/morvane/terminal/output.h"
 
 #include "pellum/error/exception.h"
-#include "tools/morvane/terminal/platform.h"
+#include "tools/morvane/platform.h"
 
 #include <cerrno>
 #include <charconv>
