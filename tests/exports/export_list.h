@@ -16,9 +16,10 @@ constexpr bool kIsWindows = false;
 
 /// Something that a library exports. What differs only in parameters, or as constructors do, is the same.
 struct Export {
-    std::string
-        kind; ///< what of a class it is: "vtable for ", "typeinfo for "; empty for what has a name itself
-    std::string entity; ///< the qualified name, without result and parameters
+    /// What of a class it is: "vtable for ", "typeinfo for "; empty for what has a name itself.
+    std::string kind;
+    /// The qualified name, without result and parameters.
+    std::string entity;
 
     friend auto operator<=>(const Export&, const Export&) = default;
 };
