@@ -72,7 +72,7 @@ inline constexpr Message<> kSecondOrder{318, "the order of the enumerations is g
 inline constexpr Message<Name> kManagedNested{319, "managed type '{}' cannot stand inside another type"};
 inline constexpr Message<Name, Name> kReplacedProperty{
     320, "property '{}' takes the place of that of '{}' and must be of its type or one derived from it"};
-inline constexpr Message<Name> kNotAnErrorStatus{321, "{} is no HTTP status of an error (400 to 507)"};
+inline constexpr Message<Name> kNotAnErrorStatus{321, "{} is no HTTP status of an error"};
 
 // Names in generated code
 inline constexpr Message<Text, Name> kNotUpperCase{401, "{} name '{}' must begin with an upper-case letter"};
