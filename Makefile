@@ -50,4 +50,5 @@ install: setup ## Install the release under PREFIX (default /usr/local)
 	@cmake --install build/release --prefix "$(PREFIX)"
 
 clean: ## Remove everything that was built
+	@scripts/wine-root.sh remove
 	@rm -rf build

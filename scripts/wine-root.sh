@@ -21,11 +21,21 @@ fail() {
     exit 1
 }
 
+# What takes root rights, and gets them from sudo where it does without a password, or has it already.
+as_root() {
+    if [[ $EUID -eq 0 ]]; then
+        "$@"
+    else
+        sudo --non-interactive "$@"
+    fi
+}
+
 # Says what is missing, if anything.
 check() {
-    [[ $EUID -eq 0 ]] || fail "Running the Windows programs takes root rights: they run in a root of their own." \
-        "Run it as root, for example by 'sudo make test-windows'."
-    unshare --mount --pid --fork true 2>/dev/null ||
+    as_root true 2>/dev/null ||
+        fail "Running the Windows programs takes root rights: they run in a root of their own." \
+            "Run it as root, or where sudo asks for no password: 'sudo -v' first."
+    as_root unshare --mount --pid --fork true 2>/dev/null ||
         fail "This system does not let root make a mount namespace, which running the Windows programs takes." \
             "In a container, grant it the capability SYS_ADMIN."
 }
@@ -38,7 +48,7 @@ apart() {
     mkdir -p build
     exec 9>build/wine-root.lock
     flock --nonblock 9 || { echo "Waiting for another run in $root." && flock 9; }
-    unshare --mount --propagation private --pid --fork --kill-child --mount-proc scripts/wine-root.sh --apart "$@"
+    as_root unshare --mount --propagation private --pid --fork --kill-child --mount-proc scripts/wine-root.sh --apart "$@"
 }
 
 # The mirror that this system installs from, too.
@@ -83,6 +93,8 @@ run_in_root() {
     local status=0
     env "${wine_environment[@]}" MORVANE_WINE_ROOT="$root" "$@" || status=$?
     in_root wineserver --kill || true
+    # What the command wrote belongs to who called sudo.
+    [[ -z "${SUDO_UID:-}" ]] || chown -R "$SUDO_UID:$SUDO_GID" build/mingw32
     return "$status"
 }
 
@@ -100,7 +112,7 @@ case "${1:-}" in
         [[ -e "$stamp" ]] || fail "There is no complete $root: 'scripts/wine-root.sh make' makes one."
         apart run_in_root "${@:2}"
         ;;
-    remove) apart remove_root ;;
+    remove) [[ ! -e "$root" ]] || apart remove_root ;;
     *)
         sed -n '2,/^[^#]/s/^# \{0,1\}//p' "$0" >&2
         exit 2

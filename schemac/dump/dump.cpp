@@ -94,7 +94,8 @@ private:
         DumpTypeHead(type);
         Flag("open", type.isOpen);
         if (type.httpStatus != 0) {
-            Field("http", std::to_string(type.httpStatus));
+            m_json.Key("http");
+            m_json.Number(type.httpStatus);
         }
         DumpUses("properties", type.properties);
         m_json.EndObject();

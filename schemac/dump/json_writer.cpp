@@ -16,6 +16,11 @@ void JsonWriter::String(std::string_view text) {
     Quoted(text);
 }
 
+void JsonWriter::Number(int value) {
+    BeforeValue();
+    m_text += std::to_string(value);
+}
+
 void JsonWriter::Bool(bool value) {
     BeforeValue();
     m_text += value ? "true" : "false";

@@ -20,6 +20,7 @@ public:
     void Key(std::string_view name);
     void String(std::string_view text);
     void Bool(bool value);
+    void Number(int value);
     void Null();
 
     /// The document so far, with a line break at its end.

@@ -11,6 +11,7 @@
 namespace {
 
 using namespace Tavik;
+using CodecTests::Repeat;
 
 /// The reason that the text is refused for; empty when it is accepted.
 std::string ReasonOf(std::string_view text, const Json::DecodeOptions& options = {}) {

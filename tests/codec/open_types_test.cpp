@@ -15,6 +15,7 @@
 namespace {
 
 using namespace Tavik;
+using CodecTests::Repeat;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;

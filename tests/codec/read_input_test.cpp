@@ -1,4 +1,5 @@
 #include "pellum/error/exception.h"
+#include "pellum/text/path_name.h"
 #include "tavik/codec/json/file.h"
 
 #include <gmock/gmock.h>
@@ -25,8 +26,7 @@ TEST(ReadInputTest, ReadsUpToTheLimitAndTellsWhatIsInTheWay) {
     std::filesystem::create_directories(folder);
     // Names are UTF-8 on every system.
     const std::filesystem::path path = folder / u8"gr\u00F6\u00DFe-\u65E5\u672C.json";
-    const std::u8string name = path.u8string();
-    const std::string file(name.begin(), name.end());
+    const std::string file = Pellum::ToName(path);
     const std::string content = std::string(200'000, 'x') + "\r\n\x1A" + '\0' + "end";
     std::ofstream(path, std::ios::binary) << content;
 

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace CodecTests {
+
 /// The text so many times.
 inline std::string Repeat(std::string_view text, std::size_t count) {
     std::string repeated;
@@ -13,3 +15,5 @@ inline std::string Repeat(std::string_view text, std::size_t count) {
     }
     return repeated;
 }
+
+} // namespace CodecTests

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "pellum/text/path_name.h"
+
 #include <filesystem>
 #include <fstream>
 #include <random>
@@ -31,10 +33,9 @@ public:
 
     /// Writes a file and returns its path. Both names are UTF-8.
     std::string Write(const std::string& name, std::string_view content) const {
-        const std::filesystem::path path = m_path / std::u8string(name.begin(), name.end());
+        const std::filesystem::path path = m_path / Pellum::ToPath(name);
         std::ofstream(path, std::ios::binary) << content;
-        const std::u8string text = path.u8string();
-        return {text.begin(), text.end()};
+        return Pellum::ToName(path);
     }
 
 private:

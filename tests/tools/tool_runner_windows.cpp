@@ -1,5 +1,7 @@
 #include "tests/tools/tool_runner.h"
 
+#include "pellum/text/path_name.h"
+
 #include <stdexcept>
 
 #define WIN32_LEAN_AND_MEAN
@@ -12,7 +14,7 @@ namespace ToolTests {
 namespace {
 
 std::wstring Widen(const std::string& utf8) {
-    return std::filesystem::path(std::u8string(utf8.begin(), utf8.end())).wstring();
+    return Pellum::ToPath(utf8).wstring();
 }
 
 /// As the program's run-time takes it apart: backslashes count double in front of quotation marks only.

@@ -22,18 +22,6 @@ bool IsTerminal(std::FILE* stream);
 /// Columns of the terminal that a stream writes to; none where that is not known.
 std::optional<std::size_t> GetTerminalWidth(std::FILE* stream);
 
-/// A file's name in UTF-8, as arguments are, as the system takes it. From a plain string it would be in the
-/// system's code page.
-inline std::filesystem::path ToPath(const std::string& name) {
-    return std::u8string(name.begin(), name.end());
-}
-
-/// The reverse.
-inline std::string ToName(const std::filesystem::path& path) {
-    const std::u8string name = path.u8string();
-    return {name.begin(), name.end()};
-}
-
 /// Where this program's file lies; empty where that is not known.
 std::filesystem::path GetProgramFolder();
 

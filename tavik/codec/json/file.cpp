@@ -1,6 +1,7 @@
 #include "tavik/codec/json/file.h"
 
 #include "pellum/error/exception.h"
+#include "pellum/text/path_name.h"
 
 #include <array>
 #include <cerrno>
@@ -62,8 +63,7 @@ std::string ReadInput(const std::string& path, std::size_t limit) {
 #endif
         return ReadAll(stdin, "standard input", limit);
     }
-    // From a plain string it would be in the system's code page.
-    const std::filesystem::path name(std::u8string(path.begin(), path.end()));
+    const std::filesystem::path name = Pellum::ToPath(path);
     std::error_code ignored;
     if (std::filesystem::is_directory(name, ignored)) {
         Fail(path, "it is a directory");

@@ -1,11 +1,11 @@
 #include "pellum/error/exception.h"
+#include "pellum/text/path_name.h"
 #include "tools/morvane/command.h"
 #include "tools/morvane/model/library.h"
 #include "tools/morvane/model/lookup.h"
 #include "tools/morvane/model/template_writer.h"
 #include "tools/morvane/model/type_facts.h"
 #include "tools/morvane/model/words.h"
-#include "tools/morvane/platform.h"
 
 #include <filesystem>
 #include <fstream>
@@ -45,13 +45,13 @@ void PrintChoices(const std::vector<TemplateChoice>& choices, Output& output) {
 
 void WriteFile(const std::filesystem::path& path, const std::string& text) {
     if (std::filesystem::exists(path)) {
-        throw Pellum::Exception(ToName(path) + " is there already");
+        throw Pellum::Exception(Pellum::ToName(path) + " is there already");
     }
     std::ofstream file(path, std::ios::binary);
     file << text;
     file.close();
     if (!file) {
-        throw Pellum::Exception("cannot write " + ToName(path));
+        throw Pellum::Exception("cannot write " + Pellum::ToName(path));
     }
 }
 
@@ -73,7 +73,7 @@ ExitCode RunNew(const NewOptions& options, Console& console) {
             console.out.Flush(); // before what is said of it
             PrintChoices(made.choices, console.err);
         } else {
-            WriteFile(ToPath(options.folder) / (std::string(type.GetName()) + ".json"), made.text);
+            WriteFile(Pellum::ToPath(options.folder) / (std::string(type.GetName()) + ".json"), made.text);
         }
     }
     if (!options.folder.empty()) {

@@ -1,5 +1,6 @@
 #include "tools/morvane/demo/demo.h"
 
+#include "pellum/text/path_name.h"
 #include "tavik/codec/json/json.h"
 #include "tavik/type/type_registry.h"
 #include "tavik/value/compare.h"
@@ -7,7 +8,6 @@
 #include "tools/morvane/model/library.h"
 #include "tools/morvane/model/type_facts.h"
 #include "tools/morvane/model/words.h"
-#include "tools/morvane/platform.h"
 #include "tools/morvane/terminal/table.h"
 #include "tools/morvane/value/differences.h"
 #include "tools/morvane/value/write_value.h"
@@ -179,7 +179,7 @@ private:
 } // namespace
 
 void RunDemo(const std::string& examplesFolder, Console& console) {
-    Demo(ToPath(examplesFolder), console).Run();
+    Demo(Pellum::ToPath(examplesFolder), console).Run();
 }
 
 } // namespace Tool

@@ -1,6 +1,7 @@
 #include "tools/morvane/demo/examples_folder.h"
 
 #include "pellum/error/exception.h"
+#include "pellum/text/path_name.h"
 #include "tools/morvane/platform.h"
 
 #include <filesystem>
@@ -14,7 +15,7 @@ std::string FindExamplesFolder() {
           std::filesystem::path(MORVANE_SOURCE_EXAMPLES)}) {
         std::error_code ignored;
         if (std::filesystem::is_directory(folder, ignored)) {
-            return ToName(folder.lexically_normal());
+            return Pellum::ToName(folder.lexically_normal());
         }
     }
     throw Pellum::Exception(

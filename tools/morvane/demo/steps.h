@@ -1,10 +1,10 @@
 #pragma once
 
+#include "pellum/text/path_name.h"
 #include "tavik/codec/json/file.h"
 #include "tavik/codec/json/json.h"
 #include "tavik/type/version.h"
 #include "tools/morvane/demo/narrator.h"
-#include "tools/morvane/platform.h"
 #include "tools/morvane/value/write_value.h"
 
 #include <cstddef>
@@ -23,7 +23,7 @@ template <class T>
 Pellum::Ref<T> ReadExample(const std::filesystem::path& folder, const std::string& name) {
     Tavik::Json::DecodeOptions options;
     options.sourceName = name;
-    const std::string text = Tavik::Json::ReadInput(ToName(folder / name), options.limits.inputBytes);
+    const std::string text = Tavik::Json::ReadInput(Pellum::ToName(folder / name), options.limits.inputBytes);
     return Tavik::Json::DecodeAs<T>(text, options);
 }
 
