@@ -64,9 +64,9 @@ function(morvane_generate_types variable)
     add_dependencies(generated_sources ${arg_LIBRARY}_schema)
     set_target_properties(${arg_LIBRARY}_schema PROPERTIES MORVANE_SCHEMA "${schema}")
     set_source_files_properties(${sources} PROPERTIES GENERATED TRUE)
-    # The tables name functions whose definitions must not be in sight: they could be made only where their class is.
-    set_source_files_properties("${MORVANE_GENERATED_DIR}/${arg_LIBRARY}/tables.gen.cpp"
-        PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+    # The tables name the field functions of all classes. Seeing their templates' definitions, in one unit with other
+    # generated sources, a compiler would instantiate them for classes whose field tables it does not see.
+    morvane_compile_alone("${MORVANE_GENERATED_DIR}/${arg_LIBRARY}/tables.gen.cpp")
     set(${variable} ${sources} PARENT_SCOPE)
 endfunction()
 

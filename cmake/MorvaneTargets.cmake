@@ -34,8 +34,8 @@ function(morvane_set_options target)
     endif()
 endfunction()
 
-# morvane_compile_alone(<files>...): sources of this folder that no unity build puts together with others: those that read
-# the system's headers on Windows, where these make macros of common words, and those that are looked for by their names.
+# morvane_compile_alone(<files>...): sources of this folder that no unity build puts together with others. On Windows the
+# system's headers make macros of common words, so what reads them stands alone.
 function(morvane_compile_alone)
     set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 endfunction()

@@ -2,6 +2,7 @@
 #include "tests/rpc/desk.h"
 #include "tests/rpc/fire.h"
 #include "tests/rpc/jam.h"
+#include "tests/support/pace.h"
 
 #include <gtest/gtest.h>
 
@@ -135,17 +136,11 @@ private:
     std::atomic<int> m_told = 0;
 };
 
-#ifdef _WIN32
-constexpr int kRounds = 250; // a call takes four times as long there
-#else
-constexpr int kRounds = 1000;
-#endif
-
 TEST(StressTest, ThreadsMixWhatTheyLike) {
     Stress stress;
     std::vector<std::thread> threads;
     for (unsigned i = 0; i < 64; ++i) {
-        threads.emplace_back([&stress, i] { stress.Run(20'240'229 + i, kRounds); });
+        threads.emplace_back([&stress, i] { stress.Run(20'240'229 + i, 1000 / TestSupport::kSlowness); });
     }
     for (std::thread& thread : threads) {
         thread.join();
@@ -162,7 +157,8 @@ TEST(StressTest, CallsWithFaultsLeaveNothingBehind) {
         throw Desk::Jam::Exception(fault.Get());
     };
     const auto stub = desk.Connect();
-    for (int i = 0; i < 100'000; ++i) {
+    const int calls = TestSupport::kIsSanitized ? 20'000 : 100'000; // sanitizers make throwing slow
+    for (int i = 0; i < calls; ++i) {
         EXPECT_THROW(stub->Act(""), Desk::Jam::Exception);
     }
     desk.adapter->Shutdown();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/support/pace.h"
 #include "tests/support/temporary_folder.h"
 
 #include <chrono>
@@ -11,17 +12,8 @@
 
 namespace ToolTests {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-inline constexpr bool kIsSanitized = true;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-inline constexpr bool kIsSanitized = true;
-#else
-inline constexpr bool kIsSanitized = false;
-#endif
-#else
-inline constexpr bool kIsSanitized = false;
-#endif
+using TestSupport::kIsSanitized;
+using TestSupport::kSlowness;
 
 /// How a run of a program went.
 struct RunResult {
@@ -42,10 +34,8 @@ RunResult RunProgram(
 
 #ifdef _WIN32
 inline constexpr bool kHasTerminals = false; ///< whether a test can run a program at a terminal
-inline constexpr int kSlowness = 4;          ///< starting a program takes that much longer with Wine
 #else
 inline constexpr bool kHasTerminals = true;
-inline constexpr int kSlowness = 1;
 #endif
 
 /// Runs the `morvane` program of this build at a terminal of that many columns, with the variables
