@@ -29,8 +29,8 @@ TEST_F(ArrayMembers, OfDataObjectsAreThereForUsers) {
     array->Append(new ComputerSpec);
     array->SetElement(0, new ComputerSpec);
     int count = 0;
-    for (auto at = array->begin(); at != array->end(); at++) {
-        count += *at != nullptr ? 1 : 0;
+    for (const ComputerSpec* spec : *array) {
+        count += spec != nullptr ? 1 : 0;
     }
     EXPECT_EQ(count, 2);
     const Pellum::Ref copy(array->_Clone());
