@@ -6,6 +6,7 @@ if [ -z "$MORVANE_WINE_ROOT" ]; then
     echo "There is no Wine here. Run the whole command by 'scripts/wine-root.sh run COMMAND...'." >&2
     exit 125
 fi
+# Any other locale is not there, or makes Wine read names and arguments as ASCII.
+export HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8
 # The folder that is current stays so, as far as it is there.
-export HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin
 exec chroot "$MORVANE_WINE_ROOT" /bin/sh -c 'cd "$0" 2>/dev/null; exec /usr/lib/wine/wine "$@"' "$PWD" "$@"
