@@ -13,8 +13,9 @@ packages=(wine wine32)
 suite=bookworm
 # Quiet, without the parts for .NET and web pages, which it would ask to download.
 wine_environment=(WINEPREFIX=/root/windows WINEDEBUG=-all WINEDLLOVERRIDES=mscoree,mshtml= DISPLAY=)
-# Written last: without it the root is half made.
+# Written last, and removed first: without it the root is half made. It says of what the root was made.
 stamp="$root/.complete"
+contents="$suite ${packages[*]}"
 
 fail() {
     echo "$@" >&2
@@ -30,6 +31,10 @@ as_root() {
     fi
 }
 
+is_complete() {
+    [[ -e "$stamp" && "$(<"$stamp")" == "$contents" ]]
+}
+
 # Says what is missing, if anything.
 check() {
     as_root true 2>/dev/null ||
@@ -40,15 +45,16 @@ check() {
             "In a container, grant it the capability SYS_ADMIN."
 }
 
-# apart FUNCTION ARGUMENT...: calls it where nothing that it mounts or starts outlives it, one caller at a time. What
-# is mounted below build/ is thus never seen by who removes that folder. All that is started holds the lock, too: it is
-# free when they have ended, even if this script was killed before.
+# apart FUNCTION ARGUMENT...: calls it where nothing that it mounts or starts outlives it, or this script, however that
+# ends, one caller at a time: the lock is held for as long as anything of it runs. What is mounted below build/ is never
+# seen by who removes that folder.
 apart() {
     check
     mkdir -p build
     exec 9>build/wine-root.lock
     flock --nonblock 9 || { echo "Waiting for another run in $root." && flock 9; }
-    as_root unshare --mount --propagation private --pid --fork --kill-child --mount-proc scripts/wine-root.sh --apart "$@"
+    as_root setpriv --pdeathsig KILL \
+        unshare --mount --propagation private --pid --fork --kill-child --mount-proc scripts/wine-root.sh --apart "$@"
 }
 
 # The mirror that this system installs from, too.
@@ -63,26 +69,39 @@ in_root() {
         DEBIAN_FRONTEND=noninteractive "${wine_environment[@]}" "$@"
 }
 
+# Nothing to do where another caller has made it meanwhile.
 make_root() {
-    [[ ! -e "$stamp" ]] || return 0 # by whom this one has waited for
+    ! is_complete || return 0
     remove_root
-    debootstrap --arch=i386 --variant=minbase "$suite" "$root" "$(mirror)"
+    mkdir "$root"
+    # It lets a shell read the path that it is given.
+    mount --bind "$root" /mnt
+    debootstrap --arch=i386 --variant=minbase "$suite" /mnt "$(mirror)"
+    umount /mnt
     mount_in_root
     in_root apt-get -qq install --yes --no-install-recommends "${packages[@]}"
     in_root apt-get clean
     # Two programs that found no Windows folder would both begin to make one.
     in_root wineboot --init
     in_root wineserver --kill --wait
-    touch "$stamp"
+    echo "$contents" >"$stamp"
 }
 
+# Of the devices it has a few only: programs there reach no disk or serial port of this system.
 mount_in_root() {
+    local device
     mount -t proc proc "$root/proc"
-    mount --bind /dev "$root/dev"
     mount -t tmpfs tmpfs "$root/tmp"
+    mount -t tmpfs tmpfs "$root/dev"
+    ln -s /proc/self/fd "$root/dev/fd"
+    for device in full null random urandom zero; do
+        touch "$root/dev/$device"
+        mount --bind "/dev/$device" "$root/dev/$device"
+    done
 }
 
 run_in_root() {
+    is_complete || fail "There is no complete $root: 'scripts/wine-root.sh make' makes one."
     mount_in_root
     mkdir -p "$root$PWD"
     mount --bind "$PWD" "$root$PWD"
@@ -100,21 +119,21 @@ run_in_root() {
 
 # Only what is on this file system: no mount can be in there, but that is no place to trust in it.
 remove_root() {
+    rm -f "$stamp"
     rm -rf --one-file-system "$root"
 }
 
 case "${1:-}" in
     --apart) "${@:2}" ;;
     check) check ;;
-    make) [[ -e "$stamp" ]] || apart make_root ;;
+    make) is_complete || apart make_root ;;
     run)
         [[ $# -gt 1 ]] || fail "Run what? Usage: scripts/wine-root.sh run COMMAND..."
-        [[ -e "$stamp" ]] || fail "There is no complete $root: 'scripts/wine-root.sh make' makes one."
         apart run_in_root "${@:2}"
         ;;
     remove) [[ ! -e "$root" ]] || apart remove_root ;;
     *)
-        sed -n '2,/^[^#]/s/^# \{0,1\}//p' "$0" >&2
+        sed -n '2,/^[^#]/s/^# \{0,1\}//p' scripts/wine-root.sh >&2
         exit 2
         ;;
 esac
