@@ -92,7 +92,7 @@ TEST(CatalogueEnumerations, ArraysAreMadeOfTags) {
         const Tavik::EnumFuncs& functions = type.GetFunctions();
         const Ref<Tavik::ArrayBase> made(functions.arrayFromTags(Tavik::Array<std::string>(tags)));
         ASSERT_EQ(made->GetLength(), tags.size());
-        EXPECT_EQ(made->_GetElementType(), &type); // what the class knows
+        ASSERT_EQ(made->_GetElementType(), &type); // what the class knows
         EXPECT_EQ(made->_GetType(), Tavik::Type::GetArrayType(&type));
         const Ref<Tavik::ArrayBase> empty(functions.createArray());
         EXPECT_TRUE(empty->IsEmpty());

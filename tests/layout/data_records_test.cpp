@@ -137,6 +137,8 @@ TEST(EnumRecords, PointToTheExportedTags) {
         SCOPED_TRACE(type.GetName());
         const Record record(kEnumTypeInfo, &type.GetEnumTypeInfo());
         ExpectTypeInfo(record.Pointer(0), 0x0F, type);
+        // The class knows its type by the slot.
+        EXPECT_EQ(Pellum::Ref<Tavik::Any>(type.GetFunctions().box(0))->_GetType(), &type);
         const std::string name = TestSupport::ToPath(type.GetName(), "::");
         const std::size_t last = name.rfind("::") + 2;
         const std::string prefix = name.substr(last) + '_';

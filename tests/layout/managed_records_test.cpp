@@ -20,44 +20,46 @@ using PropertyIndex = int(const char* name, std::size_t length);
 using Dispatch = void(void* target, int index, void* arguments, void* result);
 using CreateStub = void*(void* reference, void* adapter, void* context);
 
-/// A type, and how many methods and properties are its own.
+/// A type, what messages call it, and how many methods and properties are its own.
 struct Expected {
     std::string_view name;
+    std::string_view wireName;
     std::size_t methods;
     std::size_t properties;
 };
 
 constexpr Expected kExpected[] = {
-    {"morvane.DiagnosticManager", 5, 0},
-    {"morvane.HistoryCollector", 4, 1},
-    {"morvane.QueryManager", 15, 0},
-    {"morvane.ServiceInstance", 1, 2},
-    {"morvane.SessionManager", 8, 5},
-    {"morvane.agent.AgentSessionManager", 4, 1},
-    {"morvane.agent.DiskTicketDispatcher", 1, 1},
-    {"morvane.agent.MorvaneAgent", 6, 0},
-    {"morvane.agent.MorvaneManager", 2, 0},
-    {"morvane.agent.PlinthosProxy", 1, 1},
-    {"morvane.agent.helper.MorvaneHelper", 5, 1},
-    {"morvane.agent.helper.ServiceInstance", 1, 2},
-    {"morvane.agent.helper.SessionManager", 2, 0},
-    {"morvane.agent.internal.Disposable", 2, 0},
-    {"morvane.agent.task.AgentTask", 0, 2},
-    {"morvane.event.EventHistoryCollector", 2, 1},
-    {"morvane.event.EventManager", 2, 2},
-    {"morvane.server.AgentManager", 5, 0},
-    {"morvane.server.ManagedEntity", 1, 2},
-    {"morvane.server.ServerDiagnosticManager", 1, 0},
-    {"morvane.server.conversion.ConversionFolder", 0, 1},
-    {"morvane.server.conversion.ConversionJob", 1, 2},
-    {"morvane.server.conversion.ConversionJobHistoryCollector", 2, 1},
-    {"morvane.server.conversion.ConversionManager", 9, 2},
-    {"morvane.server.job.Job", 5, 3},
-    {"morvane.task.ScheduledTaskManager", 3, 0},
-    {"morvane.task.Task", 1, 4},
-    {"morvane.task.TaskHistoryCollector", 2, 1},
-    {"morvane.task.TaskManager", 12, 5},
-    {"morvane.worker.MorvaneWorker", 4, 0},
+    {"morvane.DiagnosticManager", "MorvaneDiagnosticManager", 5, 0},
+    {"morvane.HistoryCollector", "MorvaneHistoryCollector", 4, 1},
+    {"morvane.QueryManager", "MorvaneQueryManager", 15, 0},
+    {"morvane.ServiceInstance", "MorvaneServiceInstance", 1, 2},
+    {"morvane.SessionManager", "MorvaneSessionManager", 8, 5},
+    {"morvane.agent.AgentSessionManager", "MorvaneAgentSessionManager", 4, 1},
+    {"morvane.agent.DiskTicketDispatcher", "MorvaneDiskTicketDispatcher", 1, 1},
+    {"morvane.agent.MorvaneAgent", "MorvaneMorvaneAgent", 6, 0},
+    {"morvane.agent.MorvaneManager", "MorvaneMorvaneManager", 2, 0},
+    {"morvane.agent.PlinthosProxy", "MorvanePlinthosProxy", 1, 1},
+    {"morvane.agent.helper.MorvaneHelper", "MorvaneAgentHelperMorvaneHelper", 5, 1},
+    {"morvane.agent.helper.ServiceInstance", "MorvaneAgentHelperServiceInstance", 1, 2},
+    {"morvane.agent.helper.SessionManager", "MorvaneAgentHelperSessionManager", 2, 0},
+    {"morvane.agent.internal.Disposable", "MorvaneAgentInternalDisposable", 2, 0},
+    {"morvane.agent.task.AgentTask", "MorvaneTaskAgentTask", 0, 2},
+    {"morvane.event.EventHistoryCollector", "MorvaneEventHistoryCollector", 2, 1},
+    {"morvane.event.EventManager", "MorvaneEventManager", 2, 2},
+    {"morvane.server.AgentManager", "MorvaneAgentManager", 5, 0},
+    {"morvane.server.ManagedEntity", "MorvaneManagedEntity", 1, 2},
+    {"morvane.server.ServerDiagnosticManager", "MorvaneServerDiagnosticManager", 1, 0},
+    {"morvane.server.conversion.ConversionFolder", "MorvaneServerConversionConversionFolder", 0, 1},
+    {"morvane.server.conversion.ConversionJob", "MorvaneServerConversionConversionJob", 1, 2},
+    {"morvane.server.conversion.ConversionJobHistoryCollector",
+     "MorvaneServerConversionConversionJobHistoryCollector", 2, 1},
+    {"morvane.server.conversion.ConversionManager", "MorvaneServerConversionConversionManager", 9, 2},
+    {"morvane.server.job.Job", "MorvaneServerJobJob", 5, 3},
+    {"morvane.task.ScheduledTaskManager", "MorvaneScheduledTaskManager", 3, 0},
+    {"morvane.task.Task", "MorvaneTask", 1, 4},
+    {"morvane.task.TaskHistoryCollector", "MorvaneTaskHistoryCollector", 2, 1},
+    {"morvane.task.TaskManager", "MorvaneTaskManager", 12, 5},
+    {"morvane.worker.MorvaneWorker", "MorvaneMorvaneWorker", 4, 0},
 };
 
 const void* FindMethodObjects(std::string_view name) {
@@ -164,6 +166,7 @@ TEST(ManagedRecords, DescribeEveryMethodAndProperty) {
         const Tavik::ManagedTypeInfo& described = type.GetManagedTypeInfo();
         const Record record(kManagedTypeInfo, &described);
         ExpectTypeInfo(record.Pointer(0), 0x12, type);
+        EXPECT_EQ(Record(kTypeInfo, record.Pointer(0)).Text(8), expected.wireName);
         const Record base(kTypeInfo, record.Pointer(4));
         EXPECT_EQ(base.Address(), FindTypeInfo(base.Text(4)));
         ++bases[base.Text(4).starts_with("orlin.") ? base.Text(4) : "own"];
