@@ -33,6 +33,8 @@ TEST(ReadInputTest, ReadsUpToTheLimitAndTellsWhatIsInTheWay) {
     EXPECT_EQ(ReadInput(file, content.size()), content);
     EXPECT_THAT(MessageFor(file, content.size() - 1), testing::HasSubstr("longer than the limit of "));
     EXPECT_THAT(MessageFor(file, 10), testing::HasSubstr(file));
+    std::ofstream(path, std::ios::binary) << "\xEF\xBB\xBF{}\xEF\xBB\xBF";
+    EXPECT_EQ(ReadInput(file, 10), "{}\xEF\xBB\xBF"); // the mark in front only
     EXPECT_THAT(MessageFor(folder.string(), 10), testing::HasSubstr("it is a directory"));
     EXPECT_THAT(MessageFor((folder / "none").string(), 10), testing::HasSubstr("No such file"));
     std::filesystem::remove_all(folder);

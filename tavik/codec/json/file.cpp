@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <string_view>
 #include <system_error>
 
 #ifdef _WIN32
@@ -42,6 +43,10 @@ std::string ReadAll(std::FILE* file, const std::string& name, std::size_t limit)
     }
     if (std::ferror(file) != 0) {
         FailWith(name, errno);
+    }
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    if (content.starts_with(kByteOrderMark)) {
+        content.erase(0, kByteOrderMark.size());
     }
     return content;
 }
