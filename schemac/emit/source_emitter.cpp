@@ -1,5 +1,6 @@
 #include "schemac/emit/source_emitter.h"
 
+#include <algorithm>
 #include <set>
 
 #include "schemac/emit/accessors.h"
@@ -44,7 +45,7 @@ struct Morvane::Support::ClassTraits<$class$> {
 TYPES_FIELD_FUNCTIONS_$kind$($class$);
 
 constinit const Morvane::Support::FieldTable $root$::$fieldTable$ = {
-    $fieldList$, $root$::$properties$, $count$, $base$, $foreignBase$,
+    {$fieldList$, $count$}, $root$::$properties$, $checkList$, $base$, $foreignBase$,
     &Morvane::Support::FieldFunctions<$class$>::Create, $content$};
 )";
 
@@ -179,9 +180,10 @@ private:
              {"fieldTable", FieldTableName(type)},
              {"baseTable",
               hasBase ? "extern const Morvane::Support::FieldTable " + FieldTableName(*type.base) + ";" : ""},
-             {"fields", FieldRows(type)},
+             {"fields", FieldRows(type) + CheckRows(type)},
              {"kind", PropertiesKind(type)},
              {"fieldList", type.properties.empty() ? "nullptr" : ClassTraits(type) + "::kFields"},
+             {"checkList", HasReferences(type) ? ClassTraits(type) + "::kChecks" : "nullptr"},
              {"root", root},
              {"properties", PropertiesName(type)},
              {"count", std::to_string(type.properties.size())},
@@ -200,12 +202,27 @@ private:
     }
 
     static std::string FieldRows(const Model::DataType& type) {
+        return Rows(type, "TYPES_FIELD", "Tavik::FieldLayout kFields");
+    }
+
+    static std::string CheckRows(const Model::DataType& type) {
+        return HasReferences(type) ? Rows(type, "TYPES_CHECK", "ClassCheck kChecks") : "";
+    }
+
+    /// A table with one row a property.
+    static std::string Rows(const Model::DataType& type, const std::string& macro, const std::string& table) {
         std::string rows;
         for (const Model::Property& property : type.properties) {
-            rows += "    TYPES_FIELD(Class, " + Naming::MemberName(property.name) + ", \"." + property.name
-                  + "\"),\n";
+            rows += "    " + macro + "(Class, " + Naming::MemberName(property.name) + "),\n";
         }
-        return rows.empty() ? rows : "static constexpr Field kFields[] = {\n" + rows + "};\n";
+        return rows.empty() ? rows : "static constexpr " + table + "[] = {\n" + rows + "};\n";
+    }
+
+    static bool HasReferences(const Model::DataType& type) {
+        return std::any_of(
+            type.properties.begin(), type.properties.end(), [](const Model::Property& property) {
+                return FormOf(property) == Form::Object || FormOf(property) == Form::Array;
+            });
     }
 
     static std::string Definitions(const Model::DataType& type) {

@@ -72,12 +72,13 @@ namespace {
 
 $dataTypes$
 $traits$
+$layouts$
 $enums$
 $managed$
 /// The types in slot order; null until the loader function has run.
 Tavik::Type* slots[$slotCount$];
 
-constexpr Tavik::TypeLibrary kLibrary = {$dataSpan$, $traitsSpan$, $enumSpan$, $managedSpan$, slots, &kRegistration};
+constexpr Tavik::TypeLibrary kLibrary = {$dataSpan$, $traitsSpan$, $layoutSpan$, $enumSpan$, $managedSpan$, slots, &kRegistration};
 
 } // namespace
 
@@ -162,11 +163,13 @@ public:
                             {"externs", Externs()},
                             {"dataTypes", DataTypes()},
                             {"traits", Traits()},
+                            {"layouts", Layouts()},
                             {"enums", Enums()},
                             {"managed", ManagedTypes()},
                             {"slotCount", std::to_string(slotCount)},
                             {"dataSpan", m_module.DataTypes().empty() ? "{}" : "dataTypes"},
                             {"traitsSpan", Traits().empty() ? "{}" : "traits"},
+                            {"layoutSpan", Layouts().empty() ? "{}" : "layouts"},
                             {"enumSpan", m_module.EnumTypes().empty() ? "{}" : "enums"},
                             {"managedSpan", m_module.ManagedTypes().empty() ? "{}" : "managedTypes"},
                             {"importAddresses", Lines(
@@ -269,7 +272,7 @@ private:
             paths.insert("tavik/descriptor/builtin.h");
         }
         if (!m_module.DataTypes().empty()) {
-            paths.insert("types/data/field_functions.h");
+            paths.insert({"types/data/field_functions.h", "types/data/fields.h"});
         }
         if (!m_module.EnumTypes().empty()) {
             paths.insert("types/data/enum_functions.h");
@@ -288,14 +291,15 @@ private:
     std::string Externs() const {
         std::map<std::string, std::string> byNamespace;
         const auto declare = [&](const Model::Type& type, const std::string& declaration) {
-            byNamespace[type.classPath.front()] += "extern " + declaration + "[];\n";
+            byNamespace[type.classPath.front()] += "extern " + declaration + ";\n";
         };
         for (const Model::DataType* type : m_module.DataTypes()) {
-            declare(*type, "Tavik::PropertyDescriptor " + PropertiesName(*type));
+            declare(*type, "Tavik::PropertyDescriptor " + PropertiesName(*type) + "[]");
+            declare(*type, "const Morvane::Support::FieldTable " + FieldTableName(*type));
         }
         for (const Model::ManagedType* type : m_module.ManagedTypes()) {
-            declare(*type, "Tavik::PropertyDescriptor " + PropertiesName(*type));
-            declare(*type, "Tavik::MethodDescriptor " + MethodsName(*type));
+            declare(*type, "Tavik::PropertyDescriptor " + PropertiesName(*type) + "[]");
+            declare(*type, "Tavik::MethodDescriptor " + MethodsName(*type) + "[]");
         }
         std::string text;
         for (const auto& [name, declarations] : byNamespace) {
@@ -334,6 +338,15 @@ private:
             }
         }
         return rows.empty() ? rows : "constexpr Tavik::DataTypeTraitsRow traits[] = {\n" + rows + "};\n";
+    }
+
+    /// Where the objects hold their properties.
+    std::string Layouts() const {
+        std::string rows;
+        for (const Model::DataType* type : m_module.DataTypes()) {
+            rows += "    &" + type->classPath.front() + "::" + FieldTableName(*type) + ",\n";
+        }
+        return rows.empty() ? rows : "constexpr const Tavik::DataLayout* layouts[] = {\n" + rows + "};\n";
     }
 
     std::string Enums() const {

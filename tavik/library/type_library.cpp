@@ -11,8 +11,12 @@ void FillSlots(const TypeLibrary& library) {
     auto row = library.traits.begin();
     for (std::size_t i = 0; i < library.dataTypes.size(); ++i) {
         const DataTypeInfo& info = library.dataTypes[i];
-        const bool hasTraits = row != library.traits.end() && row->index == i;
-        *slot++ = hasTraits ? CreateDataObjectType(&info, (row++)->traits) : CreateDataObjectType(&info);
+        DataTypeTraits traits;
+        if (row != library.traits.end() && row->index == i) {
+            traits = (row++)->traits;
+        }
+        traits.layout = i < library.layouts.size() ? library.layouts[i] : nullptr;
+        *slot++ = CreateDataObjectType(&info, traits);
     }
     for (const EnumRegistration& registration : library.enums) {
         *slot++ = registration.create(registration.info, registration.functions);

@@ -52,7 +52,8 @@ int FindPropertyIndex(const char* name, std::size_t length) {
 /// enumerations, then managed types.
 struct TypeLibrary {
     std::span<const DataTypeInfo> dataTypes;
-    std::span<const DataTypeTraitsRow> traits; ///< by rising index
+    std::span<const DataTypeTraitsRow> traits;  ///< by rising index
+    std::span<const DataLayout* const> layouts; ///< of the data types, in their order; empty when not known
     std::span<const EnumRegistration> enums;
     std::span<const ManagedTypeInfo> managedTypes;
     Type** slots;

@@ -4,6 +4,7 @@
 #include "tavik/type/type_registry.h"
 #include "tavik/type/version.h"
 #include "tavik/value/array_base.h"
+#include "tavik/value/field_storage.h"
 
 #include <algorithm>
 
@@ -23,10 +24,18 @@ bool Property::IsPartOf(const Version* version) const {
 }
 
 bool Property::IsSet(const Any* object) const {
+    if (m_layout.form != FieldForm::Unknown) {
+        return WithStorage(
+            m_layout.form, [&](auto storage) { return storage.IsSet(GetMember(object, m_layout)); });
+    }
     return m_owner->GetDataTypeInfo().isSet(object, m_index);
 }
 
 const void* Property::GetFieldPointer(const Any* object) const {
+    if (m_layout.form != FieldForm::Unknown) {
+        return WithStorage(
+            m_layout.form, [&](auto storage) { return storage.Pointer(GetMember(object, m_layout)); });
+    }
     return m_owner->GetDataTypeInfo().fieldPointer(object, m_index);
 }
 
@@ -49,6 +58,7 @@ void Property::Reset(Any* object) const {
 DataObjectType::DataObjectType(const DataTypeInfo* info, const DataTypeTraits& traits)
     : Type(info->type),
       m_dataInfo(info),
+      m_layout(traits.layout),
       m_content(traits.content),
       m_isDeclaredOpen(traits.content != nullptr),
       m_httpStatus(Pellum::Http::ResponseCode::Find(traits.httpStatus)) {}
@@ -85,6 +95,9 @@ void DataObjectType::Resolve(TypeRegistry& registry) {
         property.m_descriptor = row;
         property.m_owner = this;
         property.m_index = static_cast<int>(m_own.size());
+        if (m_layout != nullptr && property.m_index < m_layout->count) {
+            property.m_layout = m_layout->fields[property.m_index];
+        }
         property.m_type = registry.FindLoading(row->type);
         property.m_version = registry.FindLoadingVersion(row->version);
         if (property.m_type == nullptr) {

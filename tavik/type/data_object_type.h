@@ -1,6 +1,7 @@
 #pragma once
 
 #include "pellum/http/response_code.h"
+#include "tavik/descriptor/field_layout.h"
 #include "tavik/type/type.h"
 
 #include <string>
@@ -47,6 +48,10 @@ public:
     /// Whether the property is part of `version`; a null version stands for no restriction.
     bool IsPartOf(const Version* version) const;
 
+    /// Where objects of the owner's class hold the property, so that those who know the form need no call to
+    /// reach it (see `field_storage.h`). Of form `Unknown` when the library does not say.
+    FieldLayout GetLayout() const { return m_layout; }
+
     /// The field functions; `object` is of the owner's class or derived from it. See `records.h`.
     bool IsSet(const Any* object) const;
     const void* GetFieldPointer(const Any* object) const;
@@ -66,6 +71,7 @@ private:
     const PropertyDescriptor* m_descriptor;
     const DataObjectType* m_owner;
     int m_index;
+    FieldLayout m_layout;
     bool m_counted;
     const Type* m_type;
     const Version* m_version;
@@ -75,10 +81,11 @@ private:
 using OpenContentFunction = OpenContent* (*)(DataObject* object);
 
 /// What a data or fault type has besides what its record says. Types take over from their bases what they do
-/// not have themselves.
+/// not have themselves, but for the layout, which is of their own properties.
 struct DataTypeTraits {
     OpenContentFunction content = nullptr; ///< of a type that is open
     int httpStatus = 0;                    ///< of a fault; 0 where it says nothing of it
+    const DataLayout* layout = nullptr;    ///< borrowed; null where it is not known
 };
 
 /// A data object or fault type.
@@ -131,6 +138,7 @@ private:
     void Resolve(TypeRegistry& registry);
 
     const DataTypeInfo* m_dataInfo;
+    const DataLayout* m_layout;
     OpenContentFunction m_content; ///< the type's own, or that of a base
     const bool m_isDeclaredOpen;
     const Pellum::Http::ResponseCode::Info* m_httpStatus; ///< the type's own, that of a base, or null

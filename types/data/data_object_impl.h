@@ -14,9 +14,10 @@
 // meaning.
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
 
-/// A row of a field table.
-#define TYPES_FIELD(Class, member, suffix)                                                                   \
-    Morvane::Support::FieldOf<decltype(Class::member)>::Make(offsetof(Class, member), suffix)
+/// A row of a class's layout, and one of its checks.
+#define TYPES_FIELD(Class, member)                                                                           \
+    { offsetof(Class, member), Tavik::FieldFormOf<decltype(Class::member)>::kForm }
+#define TYPES_CHECK(Class, member) Morvane::Support::kCheckOf<decltype(Class::member)>
 
 /// Compiles the field functions of a class, those that `DescribeData` puts into its record, and its array.
 #define TYPES_FIELD_FUNCTIONS_None(Class)                                                                    \

@@ -8,23 +8,25 @@
 #include "tavik/value/property_diff_set.h"
 #include "types/data/field_functions.h"
 
+#include <cstdint>
+
 namespace Morvane::Support {
 
 namespace {
 
-const void* At(const void* object, const Field& field) {
-    return static_cast<const char*>(object) + field.offset;
-}
+using Tavik::FieldLayout;
+using Tavik::GetMember;
+using Tavik::WithStorage;
 
-void* At(void* object, const Field& field) {
-    return static_cast<char*>(object) + field.offset;
-}
-
-const Field& Checked(const FieldTable& table, int index) {
+FieldLayout Checked(const FieldTable& table, int index) {
     if (index < 0 || index >= table.count) {
         Pellum::FailFast(Pellum::kBadPropertyIndex);
     }
     return table.fields[index];
+}
+
+std::string Suffix(const Tavik::PropertyDescriptor& property) {
+    return std::string(".") += property.name;
 }
 
 Tavik::OpenContent* ContentOf(const FieldTable& table, Tavik::Any& object) {
@@ -47,8 +49,10 @@ void CopyFields(const FieldTable& table, Tavik::Any& target, const Tavik::Any& s
         *ContentOf(table, target) = *ContentOf(table, source);
     }
     for (int i = 0; i < table.count; ++i) {
-        const Field& field = table.fields[i];
-        field.storage->copy(At(&target, field), At(&source, field));
+        const FieldLayout field = table.fields[i];
+        WithStorage(field.form, [&](auto storage) {
+            storage.Copy(GetMember(&target, field), GetMember(&source, field));
+        });
     }
 }
 
@@ -69,18 +73,19 @@ bool AreFieldsEqual(const FieldTable& table, const Tavik::Any* a, const Tavik::A
         return false;
     }
     for (int i = 0; i < table.count; ++i) {
-        const Field& field = table.fields[i];
-        const Tavik::PropertyDescriptor& property = table.properties[i];
-        const void* mine = At(a, field);
-        const void* others = At(b, field);
-        if (field.storage->equal == nullptr) {
-            if (!Tavik::AreEqualAnysInt(
-                    Tavik::LoadRef(mine), Tavik::LoadRef(others), property.flags, partial)) {
-                return false;
+        const FieldLayout field = table.fields[i];
+        const std::uint32_t flags = table.properties[i].flags;
+        const bool isEqual = WithStorage(field.form, [&](auto storage) {
+            const void* mine = GetMember(a, field);
+            const void* others = GetMember(b, field);
+            if constexpr (Tavik::kIsCounted<decltype(storage)>) {
+                return Tavik::AreEqualAnysInt(Tavik::LoadRef(mine), Tavik::LoadRef(others), flags, partial);
+            } else {
+                return storage.Equal(mine, others)
+                    || (partial && (flags & Tavik::kOptionalFlag) != 0 && !storage.IsSet(others));
             }
-        } else if (
-            !field.storage->equal(mine, others)
-            && !(partial && property.IsOptional() && !field.storage->isSet(others))) {
+        });
+        if (!isEqual) {
             return false;
         }
     }
@@ -97,46 +102,57 @@ void DiffFields(
         ContentOf(table, *a)->Diff(*ContentOf(table, *b), prefix, diffs);
     }
     for (int i = 0; i < table.count; ++i) {
-        const Field& field = table.fields[i];
-        const void* mine = At(a, field);
-        const void* others = At(b, field);
-        if (field.storage->equal == nullptr) {
-            Tavik::DiffAnyPropertiesInt(
-                Tavik::LoadRef(mine), Tavik::LoadRef(others), prefix, field.suffix, table.properties[i].flags,
-                diffs);
-        } else if (!field.storage->equal(mine, others)) {
-            diffs.Add(prefix + field.suffix);
-        }
+        const FieldLayout field = table.fields[i];
+        const Tavik::PropertyDescriptor& property = table.properties[i];
+        WithStorage(field.form, [&](auto storage) {
+            const void* mine = GetMember(a, field);
+            const void* others = GetMember(b, field);
+            if constexpr (Tavik::kIsCounted<decltype(storage)>) {
+                const Tavik::Any* left = Tavik::LoadRef(mine);
+                const Tavik::Any* right = Tavik::LoadRef(others);
+                if (left != right) {
+                    Tavik::DiffAnyPropertiesInt(
+                        left, right, prefix, Suffix(property).c_str(), property.flags, diffs);
+                }
+            } else if (!storage.Equal(mine, others)) {
+                diffs.Add(prefix + Suffix(property));
+            }
+        });
     }
 }
 
 void* GetField(const FieldTable& table, const void* object, int index, void* out) {
-    const Field& field = Checked(table, index);
-    field.storage->get(At(object, field), out);
+    const FieldLayout field = Checked(table, index);
+    WithStorage(field.form, [&](auto storage) { storage.Get(GetMember(object, field), out); });
     return out;
 }
 
 const void* GetFieldPointer(const FieldTable& table, const void* object, int index) {
-    const Field& field = Checked(table, index);
-    return field.storage->pointer(At(object, field));
+    const FieldLayout field = Checked(table, index);
+    return WithStorage(field.form, [&](auto storage) { return storage.Pointer(GetMember(object, field)); });
 }
 
 void SetField(const FieldTable& table, void* object, int index, const void* in) {
-    const Field& field = Checked(table, index);
-    field.storage->set(At(object, field), in, field.check);
+    const FieldLayout field = Checked(table, index);
+    WithStorage(field.form, [&](auto storage) {
+        if constexpr (Tavik::kIsCounted<decltype(storage)>) {
+            table.checks[index](const_cast<Tavik::Any*>(static_cast<const Tavik::Any*>(in)));
+        }
+        storage.Set(GetMember(object, field), in);
+    });
 }
 
 void SwapField(const FieldTable& table, void* object, int index, void* other) {
-    const Field& field = Checked(table, index);
-    field.storage->swap(At(object, field), other);
+    const FieldLayout field = Checked(table, index);
+    WithStorage(field.form, [&](auto storage) { storage.Swap(GetMember(object, field), other); });
 }
 
 bool IsFieldSet(const FieldTable& table, const void* object, int index) {
     if (index < 0 || index >= table.count) {
         return true;
     }
-    const Field& field = table.fields[index];
-    return field.storage->isSet(At(object, field));
+    const FieldLayout field = table.fields[index];
+    return WithStorage(field.form, [&](auto storage) { return storage.IsSet(GetMember(object, field)); });
 }
 
 bool IsAlwaysSet(const Tavik::Any* /*object*/, int /*index*/) {
@@ -144,11 +160,16 @@ bool IsAlwaysSet(const Tavik::Any* /*object*/, int /*index*/) {
 }
 
 void ResetField(const FieldTable& table, void* object, int index) {
-    const Field& field = Checked(table, index);
-    if (!table.properties[index].IsOptional()) {
+    const FieldLayout field = Checked(table, index);
+    WithStorage(field.form, [&](auto storage) {
+        if constexpr (requires(void* member) { storage.Reset(member); }) {
+            if (table.properties[index].IsOptional()) {
+                storage.Reset(GetMember(object, field));
+                return;
+            }
+        }
         Pellum::FailFast(Pellum::kBadPropertyIndex);
-    }
-    field.storage->reset(At(object, field));
+    });
 }
 
 } // namespace Morvane::Support

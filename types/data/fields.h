@@ -1,12 +1,11 @@
 #pragma once
 
+#include "tavik/descriptor/field_layout.h"
 #include "tavik/descriptor/records.h"
 #include "tavik/type/data_object_type.h"
 #include "tavik/value/cast.h"
-#include "types/data/storage.h"
+#include "tavik/value/field_storage.h"
 
-#include <cstddef>
-#include <cstdint>
 #include <string>
 
 namespace Tavik {
@@ -17,20 +16,14 @@ class PropertyDiffSet;
 /// index.
 namespace Morvane::Support {
 
-/// One property of a class: where and in what form the object holds it. The descriptor row of the same index
-/// says the rest.
-struct Field {
-    const StorageOps* storage;
-    ClassCheck check;   ///< for references, else null
-    const char* suffix; ///< the property's name behind a full stop
-    std::uint32_t offset;
-};
+/// Checks the class of a value for a reference; throws `Pellum::TypeMismatchException`.
+using ClassCheck = void (*)(Tavik::Any* value);
 
 /// The own properties of a class, in descriptor order, and where the inherited ones are.
-struct FieldTable {
-    const Field* fields;
+struct FieldTable : Tavik::DataLayout {
     const Tavik::PropertyDescriptor* properties;
-    int count;
+    /// The checks of references by index, null for other properties; null when there are no references.
+    const ClassCheck* checks;
     /// Of the base, when that is generated into the same library; else null.
     const FieldTable* base;
     /// The type of a base that another library holds; null when there is none but the runtime's roots.
@@ -46,22 +39,12 @@ void CheckClass(Tavik::Any* value) {
     static_cast<void>(Tavik::CastReference<T>(value));
 }
 
-/// Describes a member of type `Member` at `offset`.
+/// The check of a member of type `Member`; null unless that is a reference.
 template <class Member>
-struct FieldOf {
-    static constexpr Field Make(std::size_t offset, const char* suffix) {
-        return {&StorageOf<Member>::Ops::kOps, nullptr, suffix, static_cast<std::uint32_t>(offset)};
-    }
-};
+inline constexpr ClassCheck kCheckOf = nullptr;
 
 template <class T>
-struct FieldOf<Pellum::Ref<T>> {
-    static constexpr Field Make(std::size_t offset, const char* suffix) {
-        return {
-            &StorageOf<Pellum::Ref<T>>::Ops::kOps, &CheckClass<T>, suffix,
-            static_cast<std::uint32_t>(offset)};
-    }
-};
+inline constexpr ClassCheck kCheckOf<Pellum::Ref<T>> = &CheckClass<T>;
 
 /// A deep copy of an object of exactly the class, inherited properties included. Null when out of memory for
 /// the object itself; throws `std::bad_alloc` when out of memory for a part.
