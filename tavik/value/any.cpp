@@ -10,8 +10,12 @@ namespace {
 /// their headers.
 constexpr int kMaxDestructionDepth = 64;
 
-thread_local int destructionDepth = 0;
-thread_local const Any* waitingForDestruction = nullptr;
+struct DestructionState {
+    int depth = 0;
+    const Any* waiting = nullptr;
+};
+
+constinit thread_local DestructionState destruction;
 
 } // namespace
 
@@ -26,24 +30,26 @@ std::int32_t Any::GetRefCount() const noexcept {
 }
 
 void Any::DecRef() const noexcept {
-    if (m_header.fetch_sub(1, std::memory_order_acq_rel) != 1) {
+    // Whoever holds the only count is alone with the value: nobody can take another one meanwhile.
+    if (m_header.load(std::memory_order_acquire) != 1
+        && m_header.fetch_sub(1, std::memory_order_acq_rel) != 1) {
         return;
     }
-    if (destructionDepth == kMaxDestructionDepth) {
-        m_header.store(reinterpret_cast<std::uintptr_t>(waitingForDestruction), std::memory_order_relaxed);
-        waitingForDestruction = this;
+    DestructionState& state = destruction;
+    if (state.depth == kMaxDestructionDepth) {
+        m_header.store(reinterpret_cast<std::uintptr_t>(state.waiting), std::memory_order_relaxed);
+        state.waiting = this;
         return;
     }
-    ++destructionDepth;
+    ++state.depth;
     delete this;
-    if (destructionDepth == 1) {
-        while (const Any* next = waitingForDestruction) {
-            waitingForDestruction =
-                reinterpret_cast<const Any*>(next->m_header.load(std::memory_order_relaxed));
+    if (state.depth == 1) {
+        while (const Any* next = state.waiting) {
+            state.waiting = reinterpret_cast<const Any*>(next->m_header.load(std::memory_order_relaxed));
             delete next;
         }
     }
-    --destructionDepth;
+    --state.depth;
 }
 
 } // namespace Tavik

@@ -42,6 +42,15 @@ public:
 
     void IncRef() const noexcept { m_header.fetch_add(1, std::memory_order_relaxed); }
 
+    /// Takes the first count of a new value that nobody else knows yet, which needs no synchronisation.
+    void TakeFirstRef() const noexcept {
+        if (m_header.load(std::memory_order_relaxed) == 0) {
+            m_header.store(1, std::memory_order_relaxed);
+        } else {
+            IncRef(); // whoever made it kept a count, too
+        }
+    }
+
     /// Deletes the value when the count falls to zero. The stack used does not grow with the depth of the
     /// value.
     void DecRef() const noexcept;

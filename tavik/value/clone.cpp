@@ -8,7 +8,6 @@
 #include <new>
 #include <typeinfo>
 #include <utility>
-#include <vector>
 
 namespace Tavik {
 
@@ -22,14 +21,12 @@ struct PendingClone {
     const Property* property = nullptr;
 };
 
-struct CloneState {
-    int depth = 0;
+struct CloneState : RecursionState<PendingClone> {
     const Any* part = nullptr;   ///< what `ClonePart` has just asked to clone itself
     const void* built = nullptr; ///< where a copy constructor is building a copy
-    std::vector<PendingClone> pending;
 };
 
-thread_local CloneState cloning;
+constinit thread_local CloneState cloning;
 
 /// The extent of one clone. What it puts off is left to the clone around it only if that has asked for the
 /// whole of this object; anything else, a user's class that copies a part of itself for example, may drop the
@@ -38,14 +35,17 @@ class CloneScope {
 public:
     CloneScope(const Any& source, const void* built)
         : m_source(source),
-          m_isPart(std::exchange(cloning.part, nullptr) == &source),
-          m_outerBuilt(std::exchange(cloning.built, built)),
-          m_begin(cloning.pending.size()) {}
+          m_isPart(std::exchange(m_state.part, nullptr) == &source),
+          m_outerBuilt(std::exchange(m_state.built, built)),
+          m_begin(m_state.CountPending()) {}
 
     ~CloneScope() {
-        cloning.built = m_outerBuilt;
+        m_state.built = m_outerBuilt;
         if (!m_isDone) {
-            cloning.pending.resize(m_begin);
+            m_state.Forget(m_begin);
+        }
+        if (m_depth.IsOutermost()) {
+            m_state.Free();
         }
     }
 
@@ -55,23 +55,27 @@ public:
     void Finish(const Any& copy);
 
 private:
+    CloneState& m_state = cloning;
     const Any& m_source;
     const bool m_isPart;
     const void* m_outerBuilt;
     const std::size_t m_begin;
     bool m_isDone = false;
-    DepthScope m_depth{cloning.depth};
+    DepthScope m_depth{m_state.depth};
 };
 
 /// Names a part while it clones itself, also when that throws.
 class PartScope {
 public:
-    explicit PartScope(const Any& part) { cloning.part = &part; }
+    explicit PartScope(const Any& part) { m_state.part = &part; }
 
-    ~PartScope() { cloning.part = nullptr; }
+    ~PartScope() { m_state.part = nullptr; }
 
     PartScope(const PartScope&) = delete;
     PartScope& operator=(const PartScope&) = delete;
+
+private:
+    CloneState& m_state = cloning;
 };
 
 /// A copy without one of its parts would be none: what `_Clone` could not get the memory for ends the whole
@@ -86,23 +90,20 @@ Any* ClonePart(const Any& source) {
 }
 
 void Store(const PendingClone& part) {
-    const Pellum::Ref<Any> copy(ClonePart(*part.source));
-    if (part.property != nullptr) {
-        part.property->Set(part.target, copy.Get());
-    } else {
-        StoreRef(part.slot, copy.Get());
+    if (part.property == nullptr) {
+        StoreNew(part.slot, ClonePart(*part.source));
+        return;
     }
+    const Pellum::Ref<Any> copy(ClonePart(*part.source));
+    part.property->Set(part.target, copy.Get());
 }
 
 /// Copies what was put off. A copy's own parts are put off again once they are too deep, so that the stack
 /// used does not grow.
 void CloneScope::Finish(const Any& copy) {
-    const bool isWhole = typeid(copy) == typeid(m_source);
-    if (!m_isPart || !isWhole) {
-        while (cloning.pending.size() > m_begin) {
-            const PendingClone next = cloning.pending.back();
-            cloning.pending.pop_back();
-            Store(next);
+    if (m_state.CountPending() > m_begin && !(m_isPart && typeid(copy) == typeid(m_source))) {
+        while (m_state.CountPending() > m_begin) {
+            Store(m_state.TakeLast());
         }
     }
     m_isDone = true;
@@ -114,9 +115,9 @@ void CloneInto(void* slot, const Any* source) {
     if (source == nullptr) {
         StoreRef(slot, nullptr);
     } else if (cloning.depth < kMaxRecursion) {
-        Store({slot, source});
+        StoreNew(slot, ClonePart(*source));
     } else {
-        cloning.pending.push_back({slot, source});
+        cloning.PutOff({slot, source});
     }
 }
 
@@ -126,7 +127,7 @@ void CloneInto(Any& target, const Property& property, const Any* source) {
     } else if (cloning.depth < kMaxRecursion || cloning.built != &target) { // or a temporary, gone too soon
         Store({nullptr, source, &target, &property});
     } else {
-        cloning.pending.push_back({nullptr, source, &target, &property});
+        cloning.PutOff({nullptr, source, &target, &property});
     }
 }
 

@@ -8,7 +8,6 @@
 
 #include <typeinfo>
 #include <utility>
-#include <vector>
 
 namespace Tavik {
 
@@ -20,24 +19,14 @@ struct PendingEquality {
     bool partial;
 };
 
-struct EqualityState {
-    int depth = 0;
-    std::vector<PendingEquality> pending;
-};
-
 struct PendingDifference {
     const Any* a;
     const Any* b;
     std::string path;
 };
 
-struct DifferenceState {
-    int depth = 0;
-    std::vector<PendingDifference> pending;
-};
-
-thread_local EqualityState equality;
-thread_local DifferenceState difference;
+constinit thread_local RecursionState<PendingEquality> equality;
+constinit thread_local RecursionState<PendingDifference> difference;
 
 /// The extent of one comparison. The outermost one forgets what it has not come to, also when it throws.
 template <class State>
@@ -47,7 +36,7 @@ public:
 
     ~ComparisonScope() {
         if (IsOutermost()) {
-            m_state.pending.clear();
+            m_state.Free();
         }
     }
 
@@ -89,15 +78,14 @@ bool AreEqualAnysInt(const Any* a, const Any* b, std::uint32_t flags, bool parti
     }
     if (equality.depth == kMaxRecursion) {
         // The outermost call decides: all parts must be equal, in whatever order they are looked at.
-        equality.pending.push_back({a, b, partial});
+        equality.PutOff({a, b, partial});
         return true;
     }
     const ComparisonScope scope(equality);
     bool equal = a->_IsEqual(b, partial);
     if (scope.IsOutermost()) {
-        while (equal && !equality.pending.empty()) {
-            const PendingEquality next = equality.pending.back();
-            equality.pending.pop_back();
+        while (equal && equality.CountPending() > 0) {
+            const PendingEquality next = equality.TakeLast();
             equal = next.a->_IsEqual(next.b, next.partial);
         }
     }
@@ -118,15 +106,14 @@ void DiffAnyPropertiesInt(
         return;
     }
     if (difference.depth == kMaxRecursion) {
-        difference.pending.push_back({a, b, std::move(path)});
+        difference.PutOff({a, b, std::move(path)});
         return;
     }
     const ComparisonScope scope(difference);
     a->_DiffProperties(b, path, diffs);
     if (scope.IsOutermost()) {
-        while (!difference.pending.empty()) {
-            const PendingDifference next = std::move(difference.pending.back());
-            difference.pending.pop_back();
+        while (difference.CountPending() > 0) {
+            const PendingDifference next = difference.TakeLast();
             next.a->_DiffProperties(next.b, next.path, diffs);
         }
     }
