@@ -5,7 +5,7 @@ JOBS ?= $(shell nproc)
 export JOBS
 
 .DEFAULT_GOAL := help
-.PHONY: help setup setup-bench setup-dev demo test test-windows test-all bench lint format install clean
+.PHONY: help setup setup-bench setup-dev demo test test-windows test-all bench bench-build lint format install clean
 
 help: ## Show this list
 	@sed -n 's/^\([a-z-]*\):.*## \(.*\)/  make \1\t\2/p' Makefile | expand -t 20
@@ -35,9 +35,12 @@ test-windows: setup-dev ## Build for 32-bit Windows and run the tests with Wine,
 test-all: setup-dev ## Test every preset, the Windows build and the installed package
 	@scripts/test-all.sh
 
-bench: setup-bench ## Build and run the benchmarks
-	@scripts/build.sh release
+bench: setup-bench ## Measure ours beside what one would use instead
+	@scripts/build.sh release benchmarks
 	@scripts/bench.sh
+
+bench-build: setup-bench ## Measure how long building takes
+	@scripts/measure-build.sh
 
 lint: setup-dev ## Check layout and content of the source
 	@scripts/lint.sh

@@ -1,12 +1,64 @@
 #!/usr/bin/env bash
-# Runs the benchmark programs of the native release and measures its size and how long it takes to build.
+# Runs the benchmark programs of the native release and prints one table of what they have measured, with what we want.
+# Their full output is in build/logs/, the results are in build/bench/.
 #
-# Usage: scripts/bench.sh
+# Usage: scripts/bench.sh [--filter REGEX] [--markdown FILE]
+#
+# --filter runs only the benchmarks whose names, "<operation>/<workload>/<party>", the expression matches.
+# --markdown writes the table to a file, too.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+source scripts/common.sh
 
-build/release/bin/values_bench
+filter=
+table_options=()
+while [[ $# -gt 0 ]]; do
+    case "$1" in
+    --filter) filter="${2:?--filter needs an expression}" ;;
+    --markdown) table_options+=(--markdown "${2:?--markdown needs a file}") ;;
+    *)
+        echo "usage: scripts/bench.sh [--filter REGEX] [--markdown FILE]" >&2
+        exit 2
+        ;;
+    esac
+    shift 2
+done
+
+bin=build/release/bin
+library="$(realpath build/release/lib/libmorvaneTypes.so)"
+peer="build/release/lib/libmorvane_proto.so"
+results=build/bench
+rm -rf "$results"
+mkdir -p "$results"
+
+# The repetitions of all benchmarks are mixed, so that whatever else the machine does meets ours and the peers alike.
+run_benchmarks() {
+    "$bin/$1" --benchmark_filter="${filter:-.}" --benchmark_repetitions="$2" --benchmark_min_time="$3" \
+        --benchmark_enable_random_interleaving=true --benchmark_report_aggregates_only=true \
+        --benchmark_out="$results/$1.json" --benchmark_out_format=json
+}
+
+measure_load() {
+    local peers=()
+    [[ ! -e "$peer" ]] || peers=(protobuf "$peer" libprotobuf.so.32)
+    "$bin/load_bench" "$library" "${peers[@]}" >"$results/load.txt"
+}
+
+measure_size() {
+    scripts/measure-size.sh morvane "$library" >"$results/size.txt"
+    [[ ! -e "$peer" ]] || scripts/measure-size.sh protobuf "$peer" >>"$results/size.txt"
+}
+
+measure_memory() {
+    "$bin/memory_bench" >"$results/memory.txt"
+}
+
+step bench-values "values, fields and names" run_benchmarks values_bench 11 0.04
+step bench-scaling "growth, threads and calls" run_benchmarks scaling_bench 7 0.04
+if [[ -z "$filter" ]]; then
+    step bench-load "loading the library" measure_load
+    step bench-size "size of the library" measure_size
+    step bench-memory "memory" measure_memory
+fi
 echo
-scripts/measure-size.sh release
-echo
-scripts/measure-build.sh
+find "$results" -type f -size +0 -exec "$bin/bench_table" "${table_options[@]}" {} +

@@ -1,5 +1,7 @@
-#include "bench/calls_bench.h"
+#include "bench/calls.h"
 
+#include "bench/measure.h"
+#include "bench/names.h"
 #include "tavik/codec/json/message_codec.h"
 #include "tavik/managed/managed_method.h"
 #include "tavik/managed/server_object.h"
@@ -11,8 +13,6 @@
 #include "tavik/value/boxing.h"
 #include "types/api/core/diagnostic_manager.h"
 #include "types/api/core/diagnostic_manager_stub.h"
-
-#include <benchmark/benchmark.h>
 
 #include <string>
 
@@ -27,6 +27,7 @@ using Morvane::DiagnosticManagerStub;
 
 constexpr const char* kKey = "task-1204";
 constexpr std::int64_t kPageSize = 4096;
+constexpr const char* kCorrelationId = "4f1c-1204";
 
 class LogBundles final : public DiagnosticManager, public Tavik::ServerObject {
 public:
@@ -62,13 +63,35 @@ private:
     Pellum::Ref<Tavik::ManagedObject> m_target;
 };
 
+/// Writes and reads all messages and has them served, on the caller's thread.
+class SerialAdapter final : public Tavik::StubAdapter {
+public:
+    explicit SerialAdapter(Tavik::ObjectTable& objects)
+        : m_dispatcher(
+            Pellum::MakeRef<Tavik::Dispatcher>(&objects, Pellum::MakeRef<Tavik::AllowAll>().Get())) {}
+
+    void Invoke(const Call& call, Pellum::Ref<Tavik::Any>& result) override {
+        std::string request;
+        m_codec.EncodeRequest({call, kCorrelationId, std::nullopt}, request);
+        const std::string response = m_dispatcher->Serve(m_codec, request, {});
+        result = m_codec.DecodeResponse(response, {call.method, nullptr, kCorrelationId}).result;
+    }
+
+    void StartInvoke(
+        const Call&, const Tavik::Completion&, Pellum::Ref<Pellum::System::ScheduledItem>&) override {}
+
+private:
+    Tavik::Json::MessageCodec m_codec;
+    Pellum::Ref<Tavik::Dispatcher> m_dispatcher;
+};
+
 /// A stub of the one object; `adapter` is any that reaches it.
 Pellum::Ref<DiagnosticManagerStub> MakeStub(LogBundles& bundles, Tavik::StubAdapter& adapter) {
     return Pellum::MakeRef<DiagnosticManagerStub>(bundles._GetRef(), &adapter, nullptr);
 }
 
-void CallOnce(DiagnosticManagerStub& stub) {
-    benchmark::DoNotOptimize(stub.RetrieveTaskLogBundle(kKey, 0, kPageSize));
+std::string CallOnce(DiagnosticManagerStub& stub) {
+    return stub.RetrieveTaskLogBundle(kKey, 0, kPageSize);
 }
 
 /// The messages of one call, written and read as both sides do, and nothing else.
@@ -81,7 +104,7 @@ public:
         m_arguments.push_back(Tavik::Boxing<std::int64_t>::Box(kPageSize));
     }
 
-    void Run() const {
+    Tavik::Response Run() const {
         const Tavik::StubAdapter::Call call{m_target, m_method, m_arguments, nullptr};
         std::string request;
         m_codec.EncodeRequest({call, kCorrelationId, std::nullopt}, request);
@@ -91,57 +114,60 @@ public:
         const Tavik::ResponseForm form{m_method, nullptr, kCorrelationId};
         std::string response;
         m_codec.EncodeResult(form, arguments.front().Get(), response);
-        benchmark::DoNotOptimize(m_codec.DecodeResponse(response, form));
+        return m_codec.DecodeResponse(response, form);
     }
 
 private:
-    static constexpr const char* kCorrelationId = "4f1c-1204";
-
     Tavik::MoRef& m_target;
     const Tavik::ManagedMethod& m_method;
     Tavik::Arguments m_arguments;
     Tavik::Json::MessageCodec m_codec;
 };
 
-/// Calls per second of many threads on one stub.
-void RunThreads(benchmark::State& state, DiagnosticManagerStub& stub) {
-    for (auto _ : state) {
-        CallOnce(stub);
-    }
-    state.SetItemsProcessed(state.iterations());
+/// The server's side.
+struct Server {
+    Pellum::Ref<LogBundles> bundles = Pellum::MakeRef<LogBundles>();
+    Pellum::Ref<Tavik::ObjectTable> objects = Pellum::MakeRef<Tavik::ObjectTable>();
+
+    Server() { objects->Register(*bundles); }
+};
+
+Server& GetServer() {
+    static Server server;
+    return server;
 }
 
 } // namespace
 
-void RegisterCalls() {
-    static const auto bundles = Pellum::MakeRef<LogBundles>();
-    static const auto objects = Pellum::MakeRef<Tavik::ObjectTable>();
-    objects->Register(*bundles);
+std::function<std::string()> MakeSerialCall() {
+    Server& server = GetServer();
+    const auto adapter = Pellum::MakeRef<SerialAdapter>(*server.objects);
+    return [stub = MakeStub(*server.bundles, *adapter)] { return CallOnce(*stub); };
+}
+
+void AddCalls() {
+    const auto& [bundles, objects] = GetServer();
     static const auto connection = Pellum::MakeRef<Tavik::InProcessAdapter>(
         std::make_unique<Tavik::Json::MessageCodec>(),
         Pellum::MakeRef<Tavik::Dispatcher>(objects.Get(), Pellum::MakeRef<Tavik::AllowAll>().Get()).Get());
+    static const auto serial = MakeSerialCall();
     static const auto direct = MakeStub(*bundles, *Pellum::MakeRef<DirectAdapter>(*bundles));
     static const auto stub = MakeStub(*bundles, *connection);
     static const Messages messages(*bundles->_GetRef());
 
-    const auto add = [](const char* name, auto body) {
-        return benchmark::RegisterBenchmark(name, [body](benchmark::State& state) {
-            for (auto _ : state) {
-                body();
-            }
-            state.SetItemsProcessed(state.iterations());
-        });
+    const auto add = [](const std::string& what, const std::string& party, auto body) {
+        return AddRate(BenchmarkName(kCalls + what, "a small method", party), body);
     };
-    add("packing and dispatch/morvane", [] { CallOnce(*direct); });
-    add("call/morvane", [] { CallOnce(*stub); })->UseRealTime();
-    add("call/its messages alone", [] { messages.Run(); })->UseRealTime();
-    benchmark::RegisterBenchmark(
-        "calls of threads", [](benchmark::State& state) { RunThreads(state, *stub); })
-        ->Threads(1)
-        ->Threads(2)
-        ->Threads(8)
-        ->Threads(64)
-        ->UseRealTime();
+    const std::string onOneThread = "on 1 thread";
+    add(onOneThread, kOurs, [] { return CallOnce(*stub); });
+    add(onOneThread, "without a thread", [] { return serial(); });
+    add(onOneThread, kMessagesAlone, [] { return messages.Run(); });
+    add(onOneThread, "dispatch alone", [] { return CallOnce(*direct); });
+    for (const int threads : {2, 8, 64}) {
+        add("on " + std::to_string(threads) + " threads", kOurs, [] {
+            return CallOnce(*stub);
+        })->Threads(threads);
+    }
 }
 
 } // namespace Bench

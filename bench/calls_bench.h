@@ -1,8 +1,0 @@
-#pragma once
-
-namespace Bench {
-
-/// Registers the benchmarks of calls.
-void RegisterCalls();
-
-} // namespace Bench
