@@ -11,7 +11,7 @@ namespace Bench {
 struct Grid {
     std::size_t leftColumns;
     std::vector<std::string> heads;
-    std::vector<std::vector<std::string>> rows;
+    std::vector<std::vector<std::string>> rows; ///< as long as `heads`
 };
 
 /// Aligned for a terminal, or as a table of Markdown.

@@ -146,7 +146,7 @@ std::string Summarise(const Goal& goal, const std::vector<Section>& sections) {
 void PrintGoals(const std::vector<Section>& sections, bool isMarkdown, std::ostream& out) {
     Grid grid{4, {"operation", "goal", "verdict", "why it should be within reach"}, {}};
     for (const Goal& goal : GetGoals()) {
-        grid.rows.push_back({goal.operation, Describe(goal) + ": " + goal.reason, Summarise(goal, sections)});
+        grid.rows.push_back({goal.operation, Describe(goal), Summarise(goal, sections), goal.reason});
     }
     out << (isMarkdown ? "## Goals\n\n" : "Goals\n\n");
     PrintGrid(grid, isMarkdown, out);
