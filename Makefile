@@ -5,7 +5,7 @@ JOBS ?= $(shell nproc)
 export JOBS
 
 .DEFAULT_GOAL := help
-.PHONY: help setup setup-bench setup-dev demo test test-windows test-all bench bench-build lint format install clean
+.PHONY: help setup setup-bench setup-dev demo test test-windows test-all bench bench-build bench-guard lint format install clean
 
 help: ## Show this list
 	@sed -n 's/^\([a-z-]*\):.*## \(.*\)/  make \1\t\2/p' Makefile | expand -t 20
@@ -38,6 +38,10 @@ test-all: setup-dev ## Test every preset, the Windows build and the installed pa
 bench: setup-bench ## Measure ours beside what one would use instead
 	@scripts/build.sh release benchmarks
 	@scripts/bench.sh
+
+bench-guard: setup-bench ## Check that nothing takes more instructions than it did
+	@scripts/build.sh release guard_bench
+	@scripts/bench-guard.sh
 
 bench-build: setup-bench ## Measure how long building takes
 	@scripts/measure-build.sh
