@@ -28,7 +28,7 @@ AccessFixture MakeFixture() {
             }
         }
     }
-    std::mt19937 order(1204); // NOLINT(bugprone-random-generator-seed, cert-msc51-cpp): the same every time
+    std::mt19937 order(1204); // the same every time
     std::shuffle(fixture.typeNames.begin(), fixture.typeNames.end(), order);
     std::shuffle(fixture.wireNames.begin(), fixture.wireNames.end(), order);
     std::shuffle(fixture.properties.begin(), fixture.properties.end(), order);

@@ -27,7 +27,7 @@ describe_system() {
 # The C library chooses its functions by the processor: here those that every processor has. And addresses, of which some
 # depend on the environment, are always the same.
 count_instructions() {
-    env -i PATH="$PATH" GLIBC_TUNABLES=glibc.cpu.hwcaps=-AVX,-AVX2,-AVX512F,-BMI2,-ERMS,-FSRM,-SSE4_2,-SSSE3 \
+    env -i PATH="$PATH" GLIBC_TUNABLES=glibc.cpu.hwcaps=-AVX,-AVX2,-AVX512F,-AVX_Fast_Unaligned_Load,-BMI2,-ERMS,-FSRM,-SSE4_2,-SSSE3 \
         setarch --addr-no-randomize \
         valgrind --tool=callgrind --instr-atstart=no --callgrind-out-file="$PWD/$work/callgrind" build/release/bin/guard_bench
     for file in "$work"/callgrind.*; do

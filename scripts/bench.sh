@@ -40,7 +40,7 @@ run_benchmarks() {
 
 measure_load() {
     local peers=()
-    [[ ! -e "$peer" ]] || peers=(protobuf "$peer" libprotobuf.so.32)
+    [[ ! -e "$peer" ]] || peers=(protobuf "$peer" "$(ldd "$peer" | awk '/libprotobuf\./ {print $3}')")
     "$bin/load_bench" "$library" "${peers[@]}" >"$results/load.txt"
 }
 
@@ -53,12 +53,18 @@ measure_memory() {
     "$bin/memory_bench" >"$results/memory.txt"
 }
 
-step bench-values "values, fields and names" run_benchmarks values_bench 11 0.04
+step bench-values "values, fields and names" run_benchmarks values_bench 9 0.04
 step bench-scaling "growth, threads and calls" run_benchmarks scaling_bench 7 0.04
 if [[ -z "$filter" ]]; then
     step bench-load "loading the library" measure_load
     step bench-size "size of the library" measure_size
     step bench-memory "memory" measure_memory
 fi
+find "$results" -type f -size 0 -delete # of a program that has nothing of that name
+measured=("$results"/*)
+if [[ ! -e "${measured[0]}" ]]; then
+    echo "No benchmark has a name that '$filter' matches." >&2
+    exit 1
+fi
 echo
-find "$results" -type f -size +0 -exec "$bin/bench_table" "${table_options[@]}" {} +
+"$bin/bench_table" "${table_options[@]}" "${measured[@]}"

@@ -32,11 +32,11 @@ Document CopyRapid(const rapidjson::Document& from) {
     return copy;
 }
 
-std::string WriteRapid(const rapidjson::Document& document) {
+rapidjson::StringBuffer WriteRapid(const rapidjson::Document& document) {
     rapidjson::StringBuffer buffer;
     rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
     document.Accept(writer);
-    return {buffer.GetString(), buffer.GetSize()};
+    return buffer;
 }
 
 struct RapidTrees {
@@ -50,7 +50,7 @@ void AddRapid(const Workload& workload) {
     trees->tree = ParseRapid(workload.text);
     trees->same = CopyRapid(*trees->tree);
     trees->lastDiffers = ParseRapid(Tavik::Json::Encode(workload.lastDiffers.Get()));
-    CheckContent(kRapidJson, workload, WriteRapid(*trees->tree));
+    CheckContent(kRapidJson, workload, WriteRapid(*trees->tree).GetString());
 
     const auto add = [&](const char* operation, auto body) {
         AddOperation(operation, workload, kRapidJson, body);
