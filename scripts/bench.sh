@@ -31,6 +31,13 @@ results=build/bench
 rm -rf "$results"
 mkdir -p "$results"
 
+# Times on a busy machine are longer, and there is no second processor then for a second thread.
+describe_machine() {
+    local model
+    model="$(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -n 1)"
+    echo "$model, $(nproc) processors, load $(cut -d" " -f1 /proc/loadavg) before; $(c++ --version | head -n 1)."
+}
+
 # The repetitions of all benchmarks are mixed, so that whatever else the machine does meets ours and the peers alike.
 run_benchmarks() {
     "$bin/$1" --benchmark_filter="${filter:-.}" --benchmark_repetitions="$2" --benchmark_min_time="$3" \
@@ -53,6 +60,7 @@ measure_memory() {
     "$bin/memory_bench" >"$results/memory.txt"
 }
 
+heading="$(describe_machine)"
 step bench-values "values, fields and names" run_benchmarks values_bench 9 0.04
 step bench-scaling "growth, threads and calls" run_benchmarks scaling_bench 7 0.04
 if [[ -z "$filter" ]]; then
@@ -67,4 +75,4 @@ if [[ ! -e "${measured[0]}" ]]; then
     exit 1
 fi
 echo
-"$bin/bench_table" "${table_options[@]}" "${measured[@]}"
+"$bin/bench_table" --heading "$heading" "${table_options[@]}" "${measured[@]}"

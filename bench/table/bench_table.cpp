@@ -11,15 +11,18 @@
 int main(int argc, char** argv) {
     std::vector<std::string> files;
     std::string markdown;
+    std::string heading;
     for (int i = 1; i < argc; ++i) {
         if (std::string(argv[i]) == "--markdown" && i + 1 < argc) {
             markdown = argv[++i];
+        } else if (std::string(argv[i]) == "--heading" && i + 1 < argc) {
+            heading = argv[++i];
         } else {
             files.emplace_back(argv[i]);
         }
     }
     if (files.empty()) {
-        std::cerr << "usage: bench_table [--markdown OUTPUT] RESULTS...\n";
+        std::cerr << "usage: bench_table [--heading TEXT] [--markdown OUTPUT] RESULTS...\n";
         return 2;
     }
     try {
@@ -28,9 +31,11 @@ int main(int argc, char** argv) {
             const std::vector<Bench::Measurement> read = Bench::ReadMeasurements(file);
             measurements.insert(measurements.end(), read.begin(), read.end());
         }
+        std::cout << heading << "\n\n";
         Bench::PrintReport(measurements, false, std::cout);
         if (!markdown.empty()) {
             std::ofstream out(markdown);
+            out << heading << "\n\n";
             Bench::PrintReport(measurements, true, out);
             out.flush();
             if (!out) {
