@@ -2,9 +2,10 @@
 
 #include "pellum/error/exception.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
-#include <cstdio>
+#include <cstdlib>
 #include <stdexcept>
 
 namespace Pellum::System {
@@ -184,14 +185,15 @@ private:
     std::size_t m_position = 0;
 };
 
-/// ".25" for 250000, nothing for 0.
-std::string FractionText(std::int64_t microsecond) {
-    if (microsecond == 0) {
-        return {};
+/// Writes the number, which is not negative, with at least that many digits; answers the end.
+char* WriteNumber(char* to, std::int64_t number, int digits) {
+    char text[20];
+    char* const end = text + sizeof(text);
+    char* begin = end;
+    for (; number != 0 || digits > 0; number /= 10, --digits) {
+        *--begin = static_cast<char>('0' + number % 10);
     }
-    std::string text = "." + std::to_string(kMicrosecondsPerSecond + microsecond).substr(1);
-    text.erase(text.find_last_not_of('0') + 1);
-    return text;
+    return std::copy(begin, end, to);
 }
 
 } // namespace
@@ -224,19 +226,42 @@ bool DateTime::TryParse(std::string_view text, DateTime& out, std::string* why) 
     }
 }
 
-std::string DateTime::ToString() const {
+bool DateTime::HasPlainYear() const noexcept {
+    return m_utcTime >= kEarliest && m_utcTime < kEnd;
+}
+
+char* DateTime::Write(char* to) const noexcept {
     const auto [seconds, microsecond] = FloorDivide(m_utcTime, kMicrosecondsPerSecond);
     const auto [days, secondOfDay] = FloorDivide(seconds, kSecondsPerDay);
     const Date date = DateOf(days);
-    const bool isPlainYear = date.year >= 1 && date.year <= 9999;
+    if (!HasPlainYear()) {
+        *to++ = date.year < 0 ? '-' : '+';
+    }
+    to = WriteNumber(to, std::abs(date.year), 4);
+    const auto write = [&to](char separator, std::int64_t number) {
+        *to++ = separator;
+        *to++ = static_cast<char>('0' + number / 10);
+        *to++ = static_cast<char>('0' + number % 10);
+    };
+    write('-', date.month);
+    write('-', date.day);
+    write('T', secondOfDay / 3600);
+    write(':', secondOfDay / 60 % 60);
+    write(':', secondOfDay % 60);
+    if (microsecond != 0) {
+        *to++ = '.';
+        to = WriteNumber(to, microsecond, 6);
+        while (to[-1] == '0') {
+            --to;
+        }
+    }
+    *to++ = 'Z';
+    return to;
+}
 
-    char text[48];
-    std::snprintf(
-        text, sizeof(text),
-        isPlainYear ? "%04lld-%02d-%02dT%02d:%02d:%02d" : "%+05lld-%02d-%02dT%02d:%02d:%02d",
-        static_cast<long long>(date.year), date.month, date.day, static_cast<int>(secondOfDay / 3600),
-        static_cast<int>(secondOfDay / 60 % 60), static_cast<int>(secondOfDay % 60));
-    return text + FractionText(microsecond) + "Z";
+std::string DateTime::ToString() const {
+    char text[kMostText];
+    return {text, Write(text)};
 }
 
 } // namespace Pellum::System

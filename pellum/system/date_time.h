@@ -3,6 +3,7 @@
 #include "pellum/export.h"
 
 #include <compare>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -42,6 +43,16 @@ public:
     /// RFC 3339 in UTC, the fraction only as long as needed: "2024-02-29T22:59:59.25Z". A year outside of
     /// 0001 to 9999, which RFC 3339 cannot express and `Parse` refuses, is written with its sign.
     [[nodiscard]] std::string ToString() const;
+
+    /// Whether the year is one of 0001 to 9999, so that `Parse` reads what `ToString` answers.
+    [[nodiscard]] bool HasPlainYear() const noexcept;
+
+    /// Room that `Write` needs.
+    static constexpr std::size_t kMostText = 32;
+
+    /// Writes what `ToString` answers to `to`, where there is room for `kMostText` characters; answers the
+    /// end.
+    char* Write(char* to) const noexcept;
 
     friend constexpr auto operator<=>(const DateTime& left, const DateTime& right) noexcept = default;
 

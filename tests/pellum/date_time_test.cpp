@@ -160,6 +160,7 @@ TEST(DateTimeTest, RandomMomentsComeBackToTheMicrosecond) {
     for (int round = 0; round < 20'000; ++round) {
         const DateTime time = DateTime::FromUtcTime(moment(random));
         ASSERT_EQ(DateTime::Parse(time.ToString()), time) << time.GetUtcTime();
+        ASSERT_TRUE(time.HasPlainYear()) << time.GetUtcTime();
     }
 }
 
@@ -167,6 +168,9 @@ TEST(DateTimeTest, PrintsMomentsThatNoTextMayName) {
     EXPECT_EQ(DateTime::FromUtcTime(kFirst - 1).ToString(), "+0000-12-31T23:59:59.999999Z");
     EXPECT_EQ(DateTime::FromUtcTime(kLast + 1).ToString(), "+10000-01-01T00:00:00Z");
     using Limits = std::numeric_limits<std::int64_t>;
+    for (const std::int64_t utcTime : {kFirst - 1, kLast + 1, Limits::min(), Limits::max()}) {
+        EXPECT_FALSE(DateTime::FromUtcTime(utcTime).HasPlainYear()) << utcTime;
+    }
     EXPECT_EQ(DateTime::FromUtcTime(Limits::max()).ToString(), "+294247-01-10T04:00:54.775807Z");
     EXPECT_EQ(DateTime::FromUtcTime(Limits::min()).ToString(), "-290308-12-21T19:59:05.224192Z");
 }
