@@ -1,10 +1,16 @@
 #include "tavik/value/json_text.h"
 
+#include "tavik/value/text_buffer.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
+#include <cstdio>
 #include <limits>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace {
 
@@ -48,6 +54,78 @@ TEST(Quoted, LetsNothingSteerTheTerminal) {
         out, "a\xC2\x9B"
              "31m\xE2\x80\xAE\xD8\x9C\xE2\x81\xA6 \xC2\xA0\xE2\x82\xAC\xF0\x9F\x90\xA7"));
     EXPECT_EQ(out, "\"a\\u009b31m\\u202e\\u061c\\u2066 \xC2\xA0\xE2\x82\xAC\xF0\x9F\x90\xA7\"");
+}
+
+/// A text and how it stands between quotes.
+struct Piece {
+    std::string text;
+    std::string written;
+    bool isUtf8 = true;
+};
+
+std::vector<Piece> AllPieces() {
+    std::vector<Piece> pieces = {
+        {"\xC3\xBC", "\xC3\xBC"},
+        {"\xC2\x85", "\\u0085"},
+        {"\xE2\x82\xAC", "\xE2\x82\xAC"},
+        {"\xE2\x80\xAE", "\\u202e"},
+        {"\xF0\x9F\x90\xA7", "\xF0\x9F\x90\xA7"},
+        {"\xE2\x82", "\xEF\xBF\xBD\xEF\xBF\xBD", false},
+        {"\"\\\n\"", R"(\"\\\n\")"}};
+    for (int byte = 0; byte < 256; ++byte) {
+        const char c = static_cast<char>(byte);
+        char escape[16];
+        std::snprintf(escape, sizeof(escape), "\\u%04x", byte);
+        const bool isControl = byte < 0x20 || byte == 0x7F;
+        const std::size_t named = std::string_view("\"\\\n\r\t").find(c);
+        pieces.push_back(
+            named != std::string_view::npos ? Piece{{c}, std::string("\\") + "\"\\nrt"[named]}
+            : byte >= 0x80                  ? Piece{{c}, "\xEF\xBF\xBD", false}
+            : isControl                     ? Piece{{c}, escape}
+                                            : Piece{{c}, {c}});
+    }
+    return pieces;
+}
+
+TEST(Quoted, IsTheSameWhereverACharacterStands) {
+    constexpr std::size_t kMost = 18; // more than two blocks
+    for (const Piece& piece : AllPieces()) {
+        for (std::size_t before = 0; before <= kMost; ++before) {
+            for (std::size_t after = 0; after <= kMost; ++after) {
+                // Ends where its storage does, for the sanitizer to see what is read behind it.
+                const std::string text = std::string(before, 'a') + piece.text + std::string(after, 'z');
+                const std::vector<char> exact(text.begin(), text.end());
+                const std::string_view view(exact.data(), exact.size());
+                std::string out = "kept";
+                ASSERT_EQ(Tavik::AppendQuoted(out, view), piece.isUtf8);
+                ASSERT_EQ(
+                    out, "kept\"" + std::string(before, 'a') + piece.written + std::string(after, 'z') + '"');
+                ASSERT_EQ(Tavik::FindInvalidUtf8(view), piece.isUtf8 ? std::string_view::npos : before);
+            }
+        }
+    }
+}
+
+TEST(TextBuffer, GrowsAsFarAsNeeded) {
+    std::string out(5000, 'o');
+    std::string expected = out;
+    {
+        Tavik::TextBuffer buffer(out);
+        for (std::size_t size = 0; size < 400; ++size) {
+            const std::string text(size, static_cast<char>('a' + size % 26));
+            buffer.Append(text);
+            buffer.AppendRepeated(size % 7, '.');
+            buffer.AppendNumber(std::numeric_limits<std::int64_t>::min());
+            buffer.Append(',');
+            Tavik::AppendQuoted(buffer, std::string(size, '\x01')); // six times as long
+            expected += text + std::string(size % 7, '.') + "-9223372036854775808,\"";
+            for (std::size_t i = 0; i < size; ++i) {
+                expected += "\\u0001";
+            }
+            expected += '"';
+        }
+    }
+    EXPECT_EQ(out, expected);
 }
 
 TEST(Base64, RoundTrips) {
