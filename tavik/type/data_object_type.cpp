@@ -5,6 +5,7 @@
 #include "tavik/type/version.h"
 #include "tavik/value/array_base.h"
 #include "tavik/value/field_storage.h"
+#include "tavik/value/json_text.h"
 
 #include <algorithm>
 
@@ -19,8 +20,8 @@ bool IsCountedKind(TypeKind kind) {
 
 } // namespace
 
-bool Property::IsPartOf(const Version* version) const {
-    return version == nullptr || m_version == nullptr || version->Includes(*m_version);
+bool Property::IsPartOf(const Version& version) const {
+    return m_version == nullptr || version.Includes(*m_version);
 }
 
 bool Property::IsSet(const Any* object) const {
@@ -37,6 +38,11 @@ const void* Property::GetFieldPointer(const Any* object) const {
             m_layout.form, [&](auto storage) { return storage.Pointer(GetMember(object, m_layout)); });
     }
     return m_owner->GetDataTypeInfo().fieldPointer(object, m_index);
+}
+
+const void* Property::GetFieldIfSet(const Any* object) const {
+    // The pointers of known forms are null where the property is not set.
+    return m_layout.form != FieldForm::Unknown || IsSet(object) ? GetFieldPointer(object) : nullptr;
 }
 
 void* Property::Get(const Any* object, void* out) const {
@@ -108,11 +114,30 @@ void DataObjectType::Resolve(TypeRegistry& registry) {
         property.m_counted = row->IsArray() || (row->type != nullptr && IsCountedKind(row->type->kind));
         m_own.push_back(property);
     }
+    WriteKeyTexts();
     for (const Property& property : m_own) {
         m_all.push_back(&property);
     }
     for (const Property* property : m_all) {
         m_byName.emplace(property->GetName(), property);
+    }
+}
+
+void DataObjectType::WriteKeyTexts() {
+    std::vector<std::size_t> ends;
+    for (const Property& property : m_own) {
+        const std::size_t begin = m_keyTexts.size();
+        m_keyTexts += ", ";
+        if (AppendQuoted(m_keyTexts, property.GetName())) {
+            m_keyTexts += ": ";
+        } else {
+            m_keyTexts.resize(begin);
+        }
+        ends.push_back(m_keyTexts.size());
+    }
+    std::size_t begin = 0;
+    for (std::size_t i = 0; i < ends.size(); begin = ends[i++]) {
+        m_own[i].m_keyText = std::string_view(m_keyTexts).substr(begin, ends[i] - begin);
     }
 }
 

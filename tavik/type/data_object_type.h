@@ -46,7 +46,11 @@ public:
     const Version* GetVersion() const { return m_version; }
 
     /// Whether the property is part of `version`; a null version stands for no restriction.
-    bool IsPartOf(const Version* version) const;
+    bool IsPartOf(const Version* version) const { return version == nullptr || IsPartOf(*version); }
+
+    /// What stands in front of the value in JSON, behind another member: `, "name": `. Borrowed; empty when
+    /// the name is no UTF-8 text.
+    std::string_view GetKeyText() const { return m_keyText; }
 
     /// Where objects of the owner's class hold the property, so that those who know the form need no call to
     /// reach it (see `field_storage.h`). Of form `Unknown` when the library does not say.
@@ -55,6 +59,9 @@ public:
     /// The field functions; `object` is of the owner's class or derived from it. See `records.h`.
     bool IsSet(const Any* object) const;
     const void* GetFieldPointer(const Any* object) const;
+
+    /// The same where the property is set; null where it is not.
+    const void* GetFieldIfSet(const Any* object) const;
 
     /// The held value of a counted property, borrowed; null when unset.
     const Any* GetCounted(const Any* object) const {
@@ -68,6 +75,8 @@ public:
 private:
     friend class DataObjectType;
 
+    bool IsPartOf(const Version& version) const;
+
     const PropertyDescriptor* m_descriptor;
     const DataObjectType* m_owner;
     int m_index;
@@ -75,6 +84,7 @@ private:
     bool m_counted;
     const Type* m_type;
     const Version* m_version;
+    std::string_view m_keyText;
 };
 
 /// The content of an object of an open type, borrowed. The object is of the type's class or derived from it.
@@ -136,6 +146,7 @@ private:
     /// Connects the type with its base and its properties' types and versions once all of them are
     /// registered.
     void Resolve(TypeRegistry& registry);
+    void WriteKeyTexts();
 
     const DataTypeInfo* m_dataInfo;
     const DataLayout* m_layout;
@@ -145,6 +156,7 @@ private:
     DataObjectType* m_base = nullptr;
     bool m_resolved = false;
     std::vector<Property> m_own;
+    std::string m_keyTexts; ///< those of the own properties
     std::vector<const Property*> m_all;
     std::unordered_map<std::string_view, const Property*> m_byName;
 };

@@ -19,9 +19,9 @@ Any* Type::Box(const void* /*value*/) const {
     return nullptr;
 }
 
-bool Type::IsPartOf(const Version* version) const {
+bool Type::IsPartOf(const Version& version) const {
     const Version* introduced = GetVersion();
-    return version == nullptr || introduced == nullptr || version->Includes(*introduced);
+    return introduced == nullptr || version.Includes(*introduced);
 }
 
 bool Type::IsA(const Type* other) const {

@@ -32,7 +32,8 @@ public:
     virtual const Version* GetVersion() const { return m_version; }
 
     /// Whether the type is part of `version`; a null version stands for no restriction.
-    bool IsPartOf(const Version* version) const;
+    bool IsPartOf(const Version* version) const { return version == nullptr || IsPartOf(*version); }
+
     /// The type this one derives from; null for a root, and for types that know no derivation.
     virtual Type* GetBaseType() const;
     /// Whether this is `other` or derives from it.
@@ -53,6 +54,8 @@ protected:
 
 private:
     friend class TypeRegistry;
+
+    bool IsPartOf(const Version& version) const;
 
     const TypeInfo* m_info;
     const Version* m_version = nullptr;
