@@ -7,6 +7,7 @@
 #include "tavik/value/json_text.h"
 #include "tavik/value/mo_ref.h"
 #include "tavik/value/scalar_array.h"
+#include "tavik/value/text_buffer.h"
 #include "tavik/value/walk.h"
 
 #include <cstring>
@@ -16,6 +17,8 @@ namespace Tavik {
 
 namespace {
 
+constexpr std::string_view kTrue = "true";
+constexpr std::string_view kFalse = "false";
 constexpr std::string_view kRedacted = "\"***\"";
 
 class JsonPrinter final : public ValueVisitor {
@@ -54,9 +57,9 @@ public:
         if (!property.IsPartOf(m_options.version)) {
             return false;
         }
-        WriteKey(property.GetName());
+        WriteKey(property);
         if (property.IsSecret() && !m_options.showSecrets) {
-            m_out += kRedacted;
+            m_out.Append(kRedacted);
             return false;
         }
         return true;
@@ -65,7 +68,7 @@ public:
     bool BeginArray(const ArrayBase& array, const Type& elementType, const Type* declared) override {
         const bool wrapped = declared == nullptr;
         if (wrapped) {
-            OpenTyped((std::string(elementType.GetWireName()) + "[]"));
+            OpenTyped(std::string(elementType.GetWireName()) + "[]");
         }
         if (elementType.GetKind() == TypeKind::Byte) {
             const auto& bytes = static_cast<const Array<signed char>&>(array).GetElements();
@@ -103,17 +106,14 @@ public:
     }
 
     void VisitReference(const MoRef& reference, const Type* declared) override {
-        if (const Type* type = reference._GetType()) {
-            CheckVersion(*type);
-            if (m_options.requireComplete && declared != nullptr && !type->IsA(declared)) {
-                Report(std::string("refers to a ") + type->GetName() + ", expected a " + declared->GetName());
-            }
+        if (m_options.version != nullptr || m_options.requireComplete) {
+            CheckReference(reference, declared);
         }
-        m_out += R"({"mo": )";
+        m_out.Append(R"({"mo": )");
         AppendQuoted(m_out, reference.GetTypeInfo().wireName);
-        m_out += R"(, "id": )";
+        m_out.Append(R"(, "id": )");
         WriteText(reference.GetId());
-        m_out += '}';
+        m_out.Append('}');
     }
 
     bool VisitOpenMember(const OpenMember& member) override {
@@ -121,8 +121,8 @@ public:
         if (member.isTaken) {
             Report(kTakenName);
         }
-        if (member.isSecret && !m_options.showSecrets) {
-            m_out += kRedacted;
+        if (!m_options.showSecrets && member.IsSecret()) {
+            m_out.Append(kRedacted);
             return false;
         }
         return true;
@@ -136,7 +136,7 @@ public:
             m_levels.back().inlined = value.HoldsOnlyScalars();
             break;
         case OpenKind::String: WriteText(value.GetText()); break;
-        default: m_out += value.GetText(); break;
+        default: m_out.Append(value.GetText()); break;
         }
         return true;
     }
@@ -146,14 +146,14 @@ public:
     }
 
     void VisitNull() override {
-        m_out += "null";
+        m_out.Append("null");
         if (m_walker.GetDepth() > 0) {
             Report("is null, and an array has no unset elements");
         }
     }
 
     void VisitUnknown() override {
-        m_out += "null";
+        m_out.Append("null");
         Report("is of a type that no library has registered");
     }
 
@@ -172,7 +172,7 @@ private:
     }
 
     void Open(char bracket) {
-        m_out += bracket;
+        m_out.Append(bracket);
         m_levels.emplace_back();
     }
 
@@ -182,11 +182,11 @@ private:
         if (!level.empty && !level.inlined) {
             NewLine();
         }
-        m_out += bracket;
+        m_out.Append(bracket);
     }
 
     /// Opens the object that names the type of a value which can not do so itself.
-    void OpenTyped(const std::string& wireName) {
+    void OpenTyped(std::string_view wireName) {
         Open('{');
         m_levels.back().inlined = true;
         WriteKey("$type");
@@ -196,8 +196,8 @@ private:
 
     void NewLine() {
         if (m_options.indent > 0) {
-            m_out += '\n';
-            m_out.append(m_levels.size() * static_cast<std::size_t>(m_options.indent), ' ');
+            m_out.Append('\n');
+            m_out.AppendRepeated(m_levels.size() * static_cast<std::size_t>(m_options.indent), ' ');
         }
     }
 
@@ -205,7 +205,10 @@ private:
     void Separate() {
         Level& level = m_levels.back();
         if (!level.empty) {
-            m_out += level.inlined || m_options.indent == 0 ? ", " : ",";
+            m_out.Append(',');
+            if (level.inlined || m_options.indent == 0) {
+                m_out.Append(' ');
+            }
         }
         level.empty = false;
         if (!level.inlined) {
@@ -213,10 +216,22 @@ private:
         }
     }
 
+    void WriteKey(const Property& property) {
+        std::string_view key = property.GetKeyText();
+        if (m_options.indent > 0 || key.empty()) {
+            WriteKey(property.GetName());
+            return;
+        }
+        Level& level = m_levels.back();
+        key.remove_prefix(level.empty ? 2 : 0); // the comma
+        level.empty = false;
+        m_out.Append(key);
+    }
+
     void WriteKey(std::string_view name) {
         Separate();
         WriteText(name);
-        m_out += ": ";
+        m_out.Append(": ");
     }
 
     void WriteText(std::string_view text) {
@@ -236,26 +251,28 @@ private:
         if (number >= 0 && static_cast<std::size_t>(number) < type.GetTags().size()) {
             AppendQuoted(m_out, type.GetTags()[static_cast<std::size_t>(number)]);
         } else {
-            m_out += std::to_string(number);
-            Report("holds " + std::to_string(number) + ", which is not a value of " + type.GetName());
+            m_out.AppendNumber(number);
+            ReportNoValue(type, number);
         }
     }
 
     void WriteDateTime(const Pellum::System::DateTime& value) {
-        const std::string text = value.ToString();
-        AppendQuoted(m_out, text);
-        Pellum::System::DateTime same;
-        if (!Pellum::System::DateTime::TryParse(text, same)) {
+        char* to = m_out.Reserve(Pellum::System::DateTime::kMostText + 2);
+        *to++ = '"';
+        to = value.Write(to);
+        *to++ = '"';
+        m_out.Commit(to);
+        if (!value.HasPlainYear()) {
             Report("lies outside of the years 0001 to 9999");
         }
     }
 
     void WriteScalar(const Type& type, const void* value) {
         switch (type.GetKind()) {
-        case TypeKind::Boolean: m_out += As<bool>(value) ? "true" : "false"; break;
-        case TypeKind::Byte: m_out += std::to_string(As<signed char>(value)); break;
-        case TypeKind::Int: m_out += std::to_string(As<std::int32_t>(value)); break;
-        case TypeKind::Long: m_out += std::to_string(As<std::int64_t>(value)); break;
+        case TypeKind::Boolean: m_out.Append(As<bool>(value) ? kTrue : kFalse); break;
+        case TypeKind::Byte: m_out.AppendNumber(As<signed char>(value)); break;
+        case TypeKind::Int: m_out.AppendNumber(As<std::int32_t>(value)); break;
+        case TypeKind::Long: m_out.AppendNumber(As<std::int64_t>(value)); break;
         case TypeKind::Float:
             if (!AppendFloat(m_out, As<float>(value))) {
                 Report("is not a finite number");
@@ -271,27 +288,46 @@ private:
         case TypeKind::TypeName: WriteText(As<TypeName>(value).GetText()); break;
         case TypeKind::PropertyPath: WriteText(As<PropertyPath>(value).GetText()); break;
         case TypeKind::Enum: WriteEnum(static_cast<const EnumType&>(type), value); break;
-        default: m_out += "null"; break;
+        default: m_out.Append("null"); break;
         }
     }
 
-    void Report(std::string what) {
+    // What reports is kept out of what writes, which is short without it.
+
+    [[gnu::noinline]] void Report(std::string_view what) {
         if (!m_failed) {
             m_failed = true;
-            m_problem = {m_walker.GetPath(), std::move(what)};
+            m_problem = {m_walker.GetPath(), std::string(what)};
+        }
+    }
+
+    [[gnu::noinline]] void ReportVersion(const Type& type) {
+        Report(
+            std::string("is of type ") + type.GetName() + ", which version " + m_options.version->GetName()
+            + " does not have");
+    }
+
+    [[gnu::noinline]] void ReportNoValue(const EnumType& type, std::int32_t number) {
+        Report("holds " + std::to_string(number) + ", which is not a value of " + type.GetName());
+    }
+
+    void CheckReference(const MoRef& reference, const Type* declared) {
+        if (const Type* type = reference._GetType()) {
+            CheckVersion(*type);
+            if (m_options.requireComplete && declared != nullptr && !type->IsA(declared)) {
+                Report(std::string("refers to a ") + type->GetName() + ", expected a " + declared->GetName());
+            }
         }
     }
 
     void CheckVersion(const Type& type) {
         if (!type.IsPartOf(m_options.version)) {
-            Report(
-                std::string("is of type ") + type.GetName() + ", which version "
-                + m_options.version->GetName() + " does not have");
+            ReportVersion(type);
         }
     }
 
     const PrintOptions& m_options;
-    std::string& m_out;
+    TextBuffer m_out;
     ValueWalker m_walker;
     std::vector<Level> m_levels;
     bool m_failed = false;

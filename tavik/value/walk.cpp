@@ -27,7 +27,15 @@ const Type* GetDeclaredElement(const ArrayBase& array, const Type* declared) {
     return fits ? element : nullptr;
 }
 
+bool IsDataKind(TypeKind kind) {
+    return kind == TypeKind::Data || kind == TypeKind::Fault;
+}
+
 } // namespace
+
+bool OpenMember::IsSecret() const {
+    return IsSecretName(name);
+}
 
 ValueVisitor::~ValueVisitor() = default;
 
@@ -55,9 +63,9 @@ void ValueWalker::Run() {
         if (!m_openFrames.empty()) {
             VisitNextOpenItem();
         } else if (m_frames.back().object != nullptr) {
-            VisitNextProperty();
+            VisitProperties();
         } else {
-            VisitNextElement();
+            VisitElements();
         }
     }
 }
@@ -81,12 +89,25 @@ void ValueWalker::Enter(const Any* value, const Type* declared) {
     }
 }
 
+/// The value of a property or element, whose class is the one that its declared type has.
+void ValueWalker::EnterHeld(const Any* value, const Type& declared) {
+    if (value == nullptr) {
+        m_visitor.VisitNull();
+    } else if (IsDataKind(declared.GetKind())) {
+        EnterObject(static_cast<const DataObject&>(*value), &declared);
+    } else if (declared.GetKind() == TypeKind::Managed) {
+        m_visitor.VisitReference(static_cast<const MoRef&>(*value), &declared);
+    } else {
+        Enter(value, nullptr);
+    }
+}
+
 void ValueWalker::EnterObject(const DataObject& object, const Type* declared) {
     const DataObjectType* type = object._GetDataType();
     if (type == nullptr) {
         m_visitor.VisitUnknown();
     } else if (m_visitor.BeginObject(object, *type, declared)) {
-        m_frames.push_back({&object, type, nullptr, nullptr, false, 0});
+        m_frames.push_back({&object, type, nullptr, nullptr, 0});
     }
 }
 
@@ -95,8 +116,7 @@ void ValueWalker::EnterArray(const ArrayBase& array, const Type* declaredElement
     if (elementType == nullptr) {
         m_visitor.VisitUnknown();
     } else if (m_visitor.BeginArray(array, *elementType, declaredElement)) {
-        const bool holdsObjects = dynamic_cast<const DataArrayBase*>(&array) != nullptr;
-        m_frames.push_back({nullptr, nullptr, &array, elementType, holdsObjects, 0});
+        m_frames.push_back({nullptr, nullptr, &array, elementType, 0});
     }
 }
 
@@ -108,59 +128,63 @@ void ValueWalker::EnterBoxed(const PrimitiveBase& boxed, const Type* declared) {
     }
 }
 
-void ValueWalker::VisitNextProperty() {
+/// Visits the properties of the innermost object, up to one that there may be more in.
+void ValueWalker::VisitProperties() {
     Frame& frame = m_frames.back();
+    const DataObject* const object = frame.object;
     const auto& properties = frame.type->GetProperties();
+    while (frame.next < properties.size()) {
+        const Property& property = *properties[frame.next++];
+        const void* const value = property.GetFieldIfSet(object);
+        if (!m_visitor.VisitProperty(property, value != nullptr) || value == nullptr) {
+            continue;
+        }
+        const Type* const type = property.GetType();
+        if (type == nullptr) {
+            m_visitor.VisitUnknown();
+        } else if (!property.IsCounted()) {
+            m_visitor.VisitScalar(*type, value, false);
+        } else if (property.IsArray()) {
+            EnterArray(*static_cast<const ArrayBase*>(static_cast<const Any*>(value)), type);
+            return;
+        } else {
+            EnterHeld(static_cast<const Any*>(value), *type);
+            return;
+        }
+    }
     if (frame.next == properties.size() && frame.type->IsOpen()) {
         ++frame.next;
-        const OpenContent& content = *frame.type->GetOpenContent(*frame.object);
+        const OpenContent& content = *frame.type->GetOpenContent(*object);
         m_openFrames.push_back({content.begin(), content.end(), {}, 0, {}});
         return;
     }
-    if (frame.next >= properties.size()) {
-        m_frames.pop_back();
-        m_visitor.EndObject();
-        return;
-    }
-    const Property& property = *properties[frame.next++];
-    const DataObject* object = frame.object;
-    const Type* type = property.GetType();
-    const void* value = property.GetFieldPointer(object);
-    const bool isSet = property.IsSet(object);
-    if (!m_visitor.VisitProperty(property, isSet) || !isSet) {
-        return;
-    }
-    if (type == nullptr) {
-        m_visitor.VisitUnknown();
-    } else if (property.IsArray()) {
-        EnterArray(*static_cast<const ArrayBase*>(property.GetCounted(object)), type);
-    } else if (property.IsCounted()) {
-        Enter(static_cast<const Any*>(value), type);
-    } else {
-        m_visitor.VisitScalar(*type, value, false);
-    }
+    m_frames.pop_back();
+    m_visitor.EndObject();
 }
 
-void ValueWalker::VisitNextElement() {
+/// Visits the elements of the innermost array, up to one that there may be more in.
+void ValueWalker::VisitElements() {
     Frame& frame = m_frames.back();
-    if (frame.next == frame.array->GetLength()) {
-        m_frames.pop_back();
-        m_visitor.EndArray();
-        return;
+    const Type& type = *frame.elementType;
+    const bool holdsObjects = IsDataKind(type.GetKind());
+    const bool holdsReferences = type.GetKind() == TypeKind::Managed || type.GetKind() == TypeKind::Any;
+    const std::size_t length = frame.array->GetLength();
+    while (frame.next < length) {
+        const std::size_t index = frame.next++;
+        m_visitor.VisitElement(index);
+        if (holdsObjects) {
+            EnterHeld(static_cast<const DataArrayBase*>(frame.array)->GetElement(index), type);
+            return;
+        }
+        const void* element = static_cast<const ScalarArrayBase*>(frame.array)->_GetElementPointer(index);
+        if (holdsReferences) {
+            EnterHeld(static_cast<const Any*>(element), type);
+            return;
+        }
+        m_visitor.VisitScalar(type, element, false);
     }
-    const std::size_t index = frame.next++;
-    m_visitor.VisitElement(index);
-    if (frame.holdsObjects) {
-        Enter(static_cast<const DataArrayBase*>(frame.array)->GetElement(index), frame.elementType);
-        return;
-    }
-    const void* element = static_cast<const ScalarArrayBase*>(frame.array)->_GetElementPointer(index);
-    const TypeKind kind = frame.elementType->GetKind();
-    if (kind == TypeKind::Managed || kind == TypeKind::Any) {
-        Enter(static_cast<const Any*>(element), frame.elementType);
-    } else {
-        m_visitor.VisitScalar(*frame.elementType, element, false);
-    }
+    m_frames.pop_back();
+    m_visitor.EndArray();
 }
 
 void ValueWalker::EnterOpenValue(const OpenValue& value) {
@@ -186,7 +210,7 @@ void ValueWalker::VisitNextOpenItem() {
         m_visitor.VisitElement(index);
     } else {
         frame.member = item.name;
-        const OpenMember member{item.name, IsSecretName(item.name), !frame.value && IsTaken(item.name)};
+        const OpenMember member{item.name, !frame.value && IsTaken(item.name)};
         if (!m_visitor.VisitOpenMember(member)) {
             return;
         }

@@ -20,11 +20,13 @@ class Property;
 class Type;
 
 /// A member inside of open content.
-struct OpenMember {
+struct TAVIK_API OpenMember {
     std::string_view name;
-    bool isSecret; ///< by its name; see `IsSecretName`
-    bool
-        isTaken; ///< the object has a described member of that name already, so messages have no place for it
+    /// The object has a described member of that name already, so messages have no place for it.
+    bool isTaken;
+
+    /// By its name; see `IsSecretName`.
+    bool IsSecret() const;
 };
 
 /// What is wrong with an `OpenMember` whose name is taken.
@@ -88,7 +90,6 @@ private:
         const DataObjectType* type;
         const ArrayBase* array;
         const Type* elementType;
-        bool holdsObjects;
         std::size_t next; ///< the property or element to visit next
     };
 
@@ -103,11 +104,12 @@ private:
 
     void Run();
     void Enter(const Any* value, const Type* declared);
+    void EnterHeld(const Any* value, const Type& declared);
     void EnterObject(const DataObject& object, const Type* declared);
     void EnterArray(const ArrayBase& array, const Type* declaredElement);
     void EnterBoxed(const PrimitiveBase& boxed, const Type* declared);
-    void VisitNextProperty();
-    void VisitNextElement();
+    void VisitProperties();
+    void VisitElements();
     void EnterOpenValue(const OpenValue& value);
     void VisitNextOpenItem();
     bool IsTaken(std::string_view name) const;

@@ -79,7 +79,7 @@ public:
     }
 
     bool VisitOpenMember(const Tavik::OpenMember& member) override {
-        m_isSecret = m_outerSecrets.back() || member.isSecret;
+        m_isSecret = m_outerSecrets.back() || member.IsSecret();
         const std::string path = m_walker.GetPath();
         if (m_paths.contains(path)) {
             m_places[path] = {true, m_isSecret, true, {}};

@@ -103,8 +103,8 @@ std::size_t CountSecrets(const Tavik::Any& value, const Tavik::Version* version)
         return stays && !property.IsSecret();
     };
     const auto visitOpen = [&](const Tavik::OpenMember& member) {
-        count += member.isSecret ? 1 : 0;
-        return !member.isSecret;
+        count += member.IsSecret() ? 1 : 0;
+        return !member.IsSecret();
     };
     SetPropertyWalk walk(visit, visitOpen);
     walk.Walk(value);
