@@ -4,7 +4,6 @@
 #include "tavik/type/type_registry.h"
 #include "tavik/type/version.h"
 #include "tavik/value/array_base.h"
-#include "tavik/value/field_storage.h"
 #include "tavik/value/json_text.h"
 
 #include <algorithm>
@@ -24,28 +23,15 @@ bool Property::IsPartOf(const Version& version) const {
     return m_version == nullptr || version.Includes(*m_version);
 }
 
-bool Property::IsSet(const Any* object) const {
-    if (m_layout.form != FieldForm::Unknown) {
-        return WithStorage(
-            m_layout.form, [&](auto storage) { return storage.IsSet(GetMember(object, m_layout)); });
-    }
+bool Property::IsSetByRecord(const Any* object) const {
     return m_owner->GetDataTypeInfo().isSet(object, m_index);
 }
 
-const void* Property::GetFieldPointer(const Any* object) const {
-    if (m_layout.form != FieldForm::Unknown) {
-        return WithStorage(
-            m_layout.form, [&](auto storage) { return storage.Pointer(GetMember(object, m_layout)); });
-    }
+const void* Property::GetFieldPointerByRecord(const Any* object) const {
     return m_owner->GetDataTypeInfo().fieldPointer(object, m_index);
 }
 
-const void* Property::GetFieldIfSet(const Any* object) const {
-    // The pointers of known forms are null where the property is not set.
-    return m_layout.form != FieldForm::Unknown || IsSet(object) ? GetFieldPointer(object) : nullptr;
-}
-
-void* Property::Get(const Any* object, void* out) const {
+void* Property::GetByRecord(const Any* object, void* out) const {
     return m_owner->GetDataTypeInfo().get(object, m_index, out);
 }
 

@@ -3,6 +3,7 @@
 #include "pellum/http/response_code.h"
 #include "tavik/descriptor/field_layout.h"
 #include "tavik/type/type.h"
+#include "tavik/value/field_storage.h"
 
 #include <string>
 #include <string_view>
@@ -57,18 +58,39 @@ public:
     FieldLayout GetLayout() const { return m_layout; }
 
     /// The field functions; `object` is of the owner's class or derived from it. See `records.h`.
-    bool IsSet(const Any* object) const;
-    const void* GetFieldPointer(const Any* object) const;
+    bool IsSet(const Any* object) const {
+        return m_layout.form == FieldForm::Unknown ? IsSetByRecord(object)
+                                                   : WithStorage(m_layout.form, [&](auto storage) {
+                                                         return storage.IsSet(GetMember(object, m_layout));
+                                                     });
+    }
+
+    const void* GetFieldPointer(const Any* object) const {
+        return m_layout.form == FieldForm::Unknown ? GetFieldPointerByRecord(object)
+                                                   : WithStorage(m_layout.form, [&](auto storage) {
+                                                         return storage.Pointer(GetMember(object, m_layout));
+                                                     });
+    }
 
     /// The same where the property is set; null where it is not.
-    const void* GetFieldIfSet(const Any* object) const;
+    const void* GetFieldIfSet(const Any* object) const {
+        // The pointers of known forms are null where the property is not set.
+        return m_layout.form != FieldForm::Unknown || IsSet(object) ? GetFieldPointer(object) : nullptr;
+    }
 
     /// The held value of a counted property, borrowed; null when unset.
     const Any* GetCounted(const Any* object) const {
         return static_cast<const Any*>(GetFieldPointer(object));
     }
 
-    void* Get(const Any* object, void* out) const;
+    void* Get(const Any* object, void* out) const {
+        if (m_layout.form == FieldForm::Unknown) {
+            return GetByRecord(object, out);
+        }
+        WithStorage(m_layout.form, [&](auto storage) { storage.Get(GetMember(object, m_layout), out); });
+        return out;
+    }
+
     void Set(Any* object, const void* in) const;
     void Reset(Any* object) const;
 
@@ -76,6 +98,9 @@ private:
     friend class DataObjectType;
 
     bool IsPartOf(const Version& version) const;
+    bool IsSetByRecord(const Any* object) const;
+    const void* GetFieldPointerByRecord(const Any* object) const;
+    void* GetByRecord(const Any* object, void* out) const;
 
     const PropertyDescriptor* m_descriptor;
     const DataObjectType* m_owner;

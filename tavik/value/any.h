@@ -40,14 +40,12 @@ public:
     virtual void _DiffProperties(
         const Any* other, const std::string& prefix, PropertyDiffSet& diffs) const = 0;
 
-    void IncRef() const noexcept { m_header.fetch_add(1, std::memory_order_relaxed); }
-
-    /// Takes the first count of a new value that nobody else knows yet, which needs no synchronisation.
-    void TakeFirstRef() const noexcept {
+    void IncRef() const noexcept {
+        // A new value is known to whoever made it alone: its first count needs no synchronisation.
         if (m_header.load(std::memory_order_relaxed) == 0) {
             m_header.store(1, std::memory_order_relaxed);
         } else {
-            IncRef(); // whoever made it kept a count, too
+            m_header.fetch_add(1, std::memory_order_relaxed);
         }
     }
 

@@ -91,7 +91,7 @@ Any* ClonePart(const Any& source) {
 
 void Store(const PendingClone& part) {
     if (part.property == nullptr) {
-        StoreNew(part.slot, ClonePart(*part.source));
+        StoreRef(part.slot, ClonePart(*part.source));
         return;
     }
     const Pellum::Ref<Any> copy(ClonePart(*part.source));
@@ -115,7 +115,7 @@ void CloneInto(void* slot, const Any* source) {
     if (source == nullptr) {
         StoreRef(slot, nullptr);
     } else if (cloning.depth < kMaxRecursion) {
-        StoreNew(slot, ClonePart(*source));
+        StoreRef(slot, ClonePart(*source));
     } else {
         cloning.PutOff({slot, source});
     }

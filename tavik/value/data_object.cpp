@@ -32,10 +32,6 @@ void DataObject::operator delete(void* storage, const std::nothrow_t& /*tag*/) n
     ::operator delete(storage);
 }
 
-DynamicData::DynamicData() noexcept = default;
-DynamicData::DynamicData(const DynamicData&) noexcept = default;
-DynamicData::~DynamicData() = default;
-
 Type* DynamicData::_GetType() const {
     return _GetDataType();
 }

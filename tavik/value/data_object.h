@@ -40,8 +40,8 @@ protected:
 /// its own version of it is served as well.
 class TAVIK_API DynamicData : public DataObject {
 public:
-    DynamicData() noexcept;
-    ~DynamicData() override;
+    DynamicData() noexcept = default;
+    ~DynamicData() override = default;
 
     Type* _GetType() const override;
     DynamicData* _Clone() const override;
@@ -51,7 +51,7 @@ public:
 
 protected:
     friend struct ObjectCloner;
-    DynamicData(const DynamicData&) noexcept;
+    DynamicData(const DynamicData&) noexcept = default;
 };
 
 } // namespace Tavik

@@ -28,14 +28,4 @@ inline void StoreRef(void* slot, Any* value) noexcept {
     }
 }
 
-/// The same for a new value that nobody else knows yet.
-inline void StoreNew(void* slot, Any* value) noexcept {
-    value->TakeFirstRef();
-    const Any* old = LoadRef(slot);
-    std::memcpy(slot, &value, sizeof(void*));
-    if (old != nullptr) {
-        old->DecRef();
-    }
-}
-
 } // namespace Tavik
