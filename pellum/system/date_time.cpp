@@ -85,11 +85,11 @@ public:
     std::int64_t Read() {
         const std::int64_t days = ReadDate();
         TakeOneOf("Tt ", "'T' between date and time");
-        const std::int64_t hour = ReadNumber("hour", 2, 0, 23);
+        const std::int64_t hour = ReadNumber<2>("hour", 0, 23);
         Take(':');
-        const std::int64_t minute = ReadNumber("minute", 2, 0, 59);
+        const std::int64_t minute = ReadNumber<2>("minute", 0, 59);
         Take(':');
-        const int second = ReadNumber("second", 2, 0, 60);
+        const int second = ReadNumber<2>("second", 0, 60);
         const int microsecond = ReadFraction();
         const int offsetMinutes = ReadOffset();
         if (m_position != m_text.size()) {
@@ -111,16 +111,16 @@ public:
 
 private:
     std::int64_t ReadDate() {
-        const int year = ReadNumber("year", 4, 1, 9999);
+        const int year = ReadNumber<4>("year", 1, 9999);
         Take('-');
-        const int month = ReadNumber("month", 2, 1, 12);
+        const int month = ReadNumber<2>("month", 1, 12);
         Take('-');
-        const int day = ReadNumber("day", 2, 1, DaysOfMonth(year, month));
+        const int day = ReadNumber<2>("day", 1, DaysOfMonth(year, month));
         return DaysSince1970({year, month, day});
     }
 
     int ReadFraction() {
-        if (!AtOneOf(".")) {
+        if (m_position == m_text.size() || m_text[m_position] != '.') {
             return 0;
         }
         ++m_position;
@@ -140,31 +140,41 @@ private:
         if (sign != '+' && sign != '-') {
             return 0;
         }
-        const int hours = ReadNumber("offset hour", 2, 0, 23);
+        const int hours = ReadNumber<2>("offset hour", 0, 23);
         Take(':');
-        const int minutes = hours * 60 + ReadNumber("offset minute", 2, 0, 59);
+        const int minutes = hours * 60 + ReadNumber<2>("offset minute", 0, 59);
         return sign == '-' ? -minutes : minutes;
     }
 
-    int ReadNumber(const char* what, int digits, int least, int most) {
+    template <int kDigits>
+    int ReadNumber(const char* what, int least, int most) {
         int number = 0;
-        for (int i = 0; i < digits; ++i) {
+        for (int i = 0; i < kDigits; ++i) {
             if (!AtDigit()) {
-                Expected(std::string(what) + " of " + std::to_string(digits) + " digits");
+                Expected(std::string(what) + " of " + std::to_string(kDigits) + " digits");
             }
             number = number * 10 + (m_text[m_position++] - '0');
         }
         if (number < least || number > most) {
-            throw BadText(
-                std::string(what) + " " + std::to_string(number) + " is not between " + std::to_string(least)
-                + " and " + std::to_string(most));
+            RefuseNumber(what, number, least, most);
         }
         return number;
     }
 
-    void Take(char character) { TakeOneOf({&character, 1}, std::string("'") + character + "'"); }
+    [[noreturn]] static void RefuseNumber(const char* what, int number, int least, int most) {
+        throw BadText(
+            std::string(what) + " " + std::to_string(number) + " is not between " + std::to_string(least)
+            + " and " + std::to_string(most));
+    }
 
-    char TakeOneOf(std::string_view characters, const std::string& what) {
+    void Take(char character) {
+        if (m_position == m_text.size() || m_text[m_position] != character) {
+            Expected(std::string("'") + character + "'");
+        }
+        ++m_position;
+    }
+
+    char TakeOneOf(std::string_view characters, const char* what) {
         if (!AtOneOf(characters)) {
             Expected(what);
         }
@@ -174,7 +184,10 @@ private:
     [[nodiscard]] bool AtDigit() const { return m_position < m_text.size() && IsDigit(m_text[m_position]); }
 
     [[nodiscard]] bool AtOneOf(std::string_view characters) const {
-        return m_position < m_text.size() && characters.find(m_text[m_position]) != std::string_view::npos;
+        // The usual character is the first one: a search by a call would take longer.
+        return m_position < m_text.size() && std::any_of(characters.begin(), characters.end(), [&](char c) {
+                   return c == m_text[m_position];
+               });
     }
 
     [[noreturn]] void Expected(const std::string& what) const {

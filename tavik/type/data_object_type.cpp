@@ -85,6 +85,7 @@ void DataObjectType::Resolve(TypeRegistry& registry) {
          ++row) {
         Property property;
         property.m_descriptor = row;
+        property.m_name = row->name;
         property.m_owner = this;
         property.m_index = static_cast<int>(m_own.size());
         if (m_layout != nullptr && property.m_index < m_layout->count) {
@@ -105,7 +106,7 @@ void DataObjectType::Resolve(TypeRegistry& registry) {
         m_all.push_back(&property);
     }
     for (const Property* property : m_all) {
-        m_byName.emplace(property->GetName(), property);
+        m_byName.emplace(property->GetNameText(), property);
     }
 }
 

@@ -21,6 +21,9 @@ class TAVIK_API Property {
 public:
     const char* GetName() const { return m_descriptor->name; }
 
+    /// The name with its length, for those who compare it often.
+    std::string_view GetNameText() const { return m_name; }
+
     const PropertyDescriptor& GetDescriptor() const { return *m_descriptor; }
 
     std::uint32_t GetFlags() const { return m_descriptor->flags; }
@@ -103,6 +106,7 @@ private:
     void* GetByRecord(const Any* object, void* out) const;
 
     const PropertyDescriptor* m_descriptor;
+    std::string_view m_name;
     const DataObjectType* m_owner;
     int m_index;
     FieldLayout m_layout;

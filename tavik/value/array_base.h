@@ -4,6 +4,7 @@
 #include "tavik/value/data_object.h"
 
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 namespace Tavik {
@@ -46,6 +47,9 @@ public:
     /// Appends an element that is null or of the element type; takes a count of it. Throws
     /// `Pellum::TypeMismatchException`. Loads the types if nobody has done so yet.
     void AppendChecked(Any* element);
+
+    /// Appends an element that is known to be null or of the element type.
+    void AppendOwned(Pellum::Ref<DataObject> element) { m_elements.push_back(std::move(element)); }
 
 protected:
     DataArrayBase() noexcept;

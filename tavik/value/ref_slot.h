@@ -28,4 +28,13 @@ inline void StoreRef(void* slot, Any* value) noexcept {
     }
 }
 
+/// Stores `value` together with a count that the caller holds, and releases the old value.
+inline void StoreCounted(void* slot, Any* value) noexcept {
+    const Any* old = LoadRef(slot);
+    std::memcpy(slot, &value, sizeof(void*));
+    if (old != nullptr) {
+        old->DecRef();
+    }
+}
+
 } // namespace Tavik

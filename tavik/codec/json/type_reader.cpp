@@ -3,6 +3,9 @@
 #include "tavik/type/type.h"
 #include "tavik/type/type_registry.h"
 
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -37,11 +40,8 @@ std::vector<std::string> FindCandidates(const Place& declared) {
     return candidates;
 }
 
-const Type& FindType(std::string_view wireName, const Place& declared) {
+[[noreturn]] void RefuseUnknownType(std::string_view wireName, const Place& declared) {
     TypeRegistry& registry = TypeRegistry::Instance();
-    if (const Type* const type = registry.FindByWireName(wireName)) {
-        return *type;
-    }
     std::string reason = "there is no type with the wire name " + Quote(wireName);
     if (const Type* const type = registry.FindByName(wireName)) {
         reason += std::string("; the type of that name has the wire name \"") + type->GetWireName() + '"';
@@ -49,6 +49,14 @@ const Type& FindType(std::string_view wireName, const Place& declared) {
         reason += DidYouMean(wireName, FindCandidates(declared));
     }
     throw Refusal{reason};
+}
+
+const Type& FindType(std::string_view wireName, const Place& declared, TypeFinder& types) {
+    const Type* const type = types.Find(wireName);
+    if (type == nullptr) {
+        RefuseUnknownType(wireName, declared);
+    }
+    return *type;
 }
 
 /// Throws when the type is right nowhere.
@@ -70,20 +78,36 @@ void CheckKind(const Place& actual) {
 
 } // namespace
 
+const Type* TypeFinder::Find(std::string_view wireName) {
+    // Names begin and end alike; it is the middle that tells them apart.
+    std::uint64_t middle = 0;
+    const std::size_t size = std::min(wireName.size(), sizeof(middle));
+    std::memcpy(&middle, wireName.data() + (wireName.size() - size) / 2, size);
+    const std::uint64_t mixed = (middle + wireName.size()) * 0x9E3779B97F4A7C15;
+    const Type*& known = m_found[static_cast<std::size_t>(mixed >> (64 - kSlotBits))];
+    if (known != nullptr && wireName == known->GetWireName()) {
+        return known;
+    }
+    const Type* const found = TypeRegistry::Instance().FindByWireName(wireName);
+    known = found != nullptr ? found : known;
+    return found;
+}
+
 void CheckVersion(const Type& type, const Version* version) {
-    if (!type.IsPartOf(version)) {
+    if (version != nullptr && !type.IsPartOf(version)) {
         throw Refusal{
             std::string("type ") + type.GetWireName() + ' ' + NotPartOf(*version, type.GetVersion())};
     }
 }
 
-Place ReadValueType(std::string_view wireName, const Place& declared, const Version* version) {
+Place ReadValueType(
+    std::string_view wireName, const Place& declared, const Version* version, TypeFinder& types) {
     Place actual;
     actual.isArray = wireName.ends_with(kArraySuffix);
     if (actual.isArray) {
         wireName.remove_suffix(kArraySuffix.size());
     }
-    const Type& type = FindType(wireName, declared);
+    const Type& type = FindType(wireName, declared, types);
     actual.type = &type;
     CheckKind(actual);
     if (!Fits(actual, declared)) {
@@ -96,8 +120,9 @@ Place ReadValueType(std::string_view wireName, const Place& declared, const Vers
     return actual;
 }
 
-const Type* ReadReferredType(std::string_view wireName, const Place& declared, const Version* version) {
-    const Type& type = FindType(wireName, declared);
+const Type* ReadReferredType(
+    std::string_view wireName, const Place& declared, const Version* version, TypeFinder& types) {
+    const Type& type = FindType(wireName, declared, types);
     const bool fits = declared.HoldsAnything() || type.IsA(declared.type);
     if (type.GetKind() != TypeKind::Managed || !fits) {
         throw Refusal{

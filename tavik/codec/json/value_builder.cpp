@@ -1,6 +1,6 @@
 #include "tavik/codec/json/value_builder.h"
 
-#include "tavik/codec/json/type_reader.h"
+#include "tavik/codec/json/property_access.h"
 #include "tavik/type/data_object_type.h"
 #include "tavik/type/version.h"
 #include "tavik/value/data_object.h"
@@ -25,10 +25,14 @@ constexpr const char* kNull = "null";
 constexpr const char* kExpectedString = "expected a string";
 constexpr const char* kExpectedTypeName = "expected a string with the wire name of a type";
 
+/// Objects and arrays inside each other that there is room for from the start, in a block that is still
+/// small.
+constexpr std::size_t kUsualDepth = 10;
+
 /// What is known of one property of an object that is being read.
 enum PropertyMarks : std::uint8_t {
     kSeen = 0x1, ///< its key has been read
-    kSet = 0x2,  ///< and it has a value
+    kSet = 0x2,  ///< and it has a value, which does not leave it unset
 };
 
 /// The result of a creating function, which is null when there is no memory.
@@ -49,6 +53,10 @@ Place MakeRootPlace(const Type* expected) {
 
 [[noreturn]] void RefuseRepeated(std::string_view name) {
     throw Refusal{"there is a second member " + Quote(name)};
+}
+
+bool IsDataKind(TypeKind kind) {
+    return kind == TypeKind::Data || kind == TypeKind::Fault;
 }
 
 void WriteScalar(OpenContentWriter& content, const Token& token) {
@@ -72,7 +80,9 @@ std::string JoinNames(const std::vector<std::string>& names) {
 } // namespace
 
 ValueBuilder::ValueBuilder(const DecodeOptions& options)
-    : m_options(options), m_rootPlace(MakeRootPlace(options.expectedType)) {}
+    : m_options(options), m_rootPlace(MakeRootPlace(options.expectedType)) {
+    m_frames.reserve(kUsualDepth);
+}
 
 ValueBuilder::~ValueBuilder() = default;
 
@@ -81,32 +91,64 @@ void ValueBuilder::Restart(const Type* expected) {
     m_result.Reset();
 }
 
+inline void ValueBuilder::CountValue() {
+    if (++m_valueCount > m_options.limits.values) {
+        throw Refusal{
+            "there are more than " + std::to_string(m_options.limits.values) + " values, which is the limit"};
+    }
+}
+
+inline void ValueBuilder::Nest() {
+    CountValue();
+    if (m_depth == m_options.limits.depth) {
+        throw Refusal{
+            "objects and arrays are nested deeper than the limit of "
+            + std::to_string(m_options.limits.depth)};
+    }
+    ++m_depth;
+}
+
+inline Place ValueBuilder::GetPlace() const {
+    if (m_frames.empty()) {
+        return m_rootPlace;
+    }
+    const Frame& frame = m_frames.back();
+    switch (frame.kind) {
+    case FrameKind::Object: return {frame.property->GetType(), frame.property->IsArray()};
+    case FrameKind::Array: return {frame.place.type, false};
+    case FrameKind::Box: return frame.place;
+    case FrameKind::Opened: throw Refusal{kExpectedTypeName};
+    case FrameKind::Reference: throw Refusal{kExpectedString};
+    }
+    return {};
+}
+
 void ValueBuilder::BeginObject() {
     Nest();
-    if (m_skipDepth != kNotSkipping) {
-        return;
-    }
-    if (m_content != nullptr) {
-        m_content->BeginObject();
+    if (IsAside()) {
+        if (m_content != nullptr) {
+            m_content->BeginObject();
+        }
         return;
     }
     const Place place = GetPlace();
     const bool isRoot = m_frames.empty(); // where anything may name its type
-    if (!isRoot && !place.HoldsAnything() && !place.HoldsObject() && !place.HoldsReference()) {
+    if (place.HoldsReference()) {
+        StartReference(m_frames.emplace_back(FrameKind::Reference, place));
+    } else if (isRoot || place.HoldsObject() || place.HoldsAnything()) {
+        m_frames.emplace_back(FrameKind::Opened, place);
+    } else {
         throw Refusal{ExpectedButFound(place, kObject)};
     }
-    m_frames.emplace_back(place.HoldsReference() ? FrameKind::Reference : FrameKind::Opened, place);
 }
 
 void ValueBuilder::EndObject() {
     --m_depth;
-    if (m_skipDepth != kNotSkipping) {
-        m_skipDepth = m_depth > m_skipDepth ? m_skipDepth : kNotSkipping;
-        return;
-    }
-    if (m_content != nullptr) {
-        m_content->EndObject();
-        LeaveCompleteContent();
+    if (IsAside()) {
+        if (m_content != nullptr) {
+            m_content->EndObject();
+        }
+        EndAside();
         return;
     }
     Frame& frame = m_frames.back();
@@ -116,18 +158,17 @@ void ValueBuilder::EndObject() {
         }
         StartObject(frame, *frame.place.type);
     }
-    const Pellum::Ref<Any> value = Finish(frame);
+    Pellum::Ref<Any> value = Finish(frame);
     m_frames.pop_back();
-    Store(value);
+    Store(std::move(value));
 }
 
 void ValueBuilder::BeginArray() {
     Nest();
-    if (m_skipDepth != kNotSkipping) {
-        return;
-    }
-    if (m_content != nullptr) {
-        m_content->BeginArray();
+    if (IsAside()) {
+        if (m_content != nullptr) {
+            m_content->BeginArray();
+        }
         return;
     }
     const Place place = GetPlace();
@@ -139,36 +180,28 @@ void ValueBuilder::BeginArray() {
 
 void ValueBuilder::EndArray() {
     --m_depth;
-    if (m_skipDepth != kNotSkipping) {
-        m_skipDepth = m_depth > m_skipDepth ? m_skipDepth : kNotSkipping;
+    if (IsAside()) {
+        if (m_content != nullptr) {
+            m_content->EndArray();
+        }
+        EndAside();
         return;
     }
-    if (m_content != nullptr) {
-        m_content->EndArray();
-        LeaveCompleteContent();
-        return;
-    }
-    const Pellum::Ref<Any> value = std::move(m_frames.back().value);
+    Pellum::Ref<Any> value = std::move(m_frames.back().value);
     m_frames.pop_back();
-    Store(value);
+    Store(std::move(value));
 }
 
 void ValueBuilder::Key(std::string_view name) {
-    if (m_skipDepth != kNotSkipping) {
-        return;
-    }
-    if (m_content != nullptr) {
-        if (!m_content->Name(name)) {
+    if (IsAside()) {
+        if (m_content != nullptr && !m_content->Name(name)) {
             RefuseRepeated(name);
         }
         return;
     }
-    if (m_frames.back().kind == FrameKind::Opened) {
-        DecideOpened(name);
-        return;
-    }
     Frame& frame = m_frames.back();
     switch (frame.kind) {
+    case FrameKind::Opened: DecideOpened(name); break;
     case FrameKind::Box: BoxKey(frame, name); break;
     case FrameKind::Reference: ReferenceKey(frame, name); break;
     default: ObjectKey(frame, name); break;
@@ -177,12 +210,11 @@ void ValueBuilder::Key(std::string_view name) {
 
 void ValueBuilder::Scalar(const Token& token) {
     CountValue();
-    if (SkipsScalar()) {
-        return;
-    }
-    if (m_content != nullptr) {
-        WriteScalar(*m_content, token);
-        LeaveCompleteContent();
+    if (IsAside()) {
+        if (!SkipsScalar()) {
+            WriteScalar(*m_content, token);
+            LeaveCompleteContent();
+        }
         return;
     }
     if (!m_frames.empty() && m_frames.back().kind == FrameKind::Reference) {
@@ -197,26 +229,23 @@ void ValueBuilder::Scalar(const Token& token) {
         return;
     }
     const Place place = GetPlace();
-    if (place.isArray && place.type->GetKind() == TypeKind::Byte) {
+    if (place.HoldsScalar()) {
+        Store(place, token);
+    } else if (place.isArray && place.type->GetKind() == TypeKind::Byte) {
         const std::string bytes = ReadBytes(token);
         Store(Pellum::Ref<Any>(new Array<signed char>(std::vector<signed char>(bytes.begin(), bytes.end()))));
-        return;
-    }
-    if (place.isArray || place.HoldsAnything() || place.HoldsObject() || place.HoldsReference()) {
+    } else {
         throw Refusal{ExpectedButFound(place, token.Describe())};
     }
-    const PlainValue plain = ReadScalar(*place.type, token);
-    std::visit([&](const auto& value) { Store(*place.type, &value); }, plain);
 }
 
 void ValueBuilder::Null() {
     CountValue();
-    if (SkipsScalar()) {
-        return;
-    }
-    if (m_content != nullptr) {
-        m_content->Null();
-        LeaveCompleteContent();
+    if (IsAside()) {
+        if (!SkipsScalar()) {
+            m_content->Null();
+            LeaveCompleteContent();
+        }
         return;
     }
     if (m_frames.empty() || m_frames.back().kind != FrameKind::Object) {
@@ -243,23 +272,6 @@ std::string ValueBuilder::GetPath() const {
     return path;
 }
 
-void ValueBuilder::CountValue() {
-    if (++m_valueCount > m_options.limits.values) {
-        throw Refusal{
-            "there are more than " + std::to_string(m_options.limits.values) + " values, which is the limit"};
-    }
-}
-
-void ValueBuilder::Nest() {
-    CountValue();
-    if (m_depth == m_options.limits.depth) {
-        throw Refusal{
-            "objects and arrays are nested deeper than the limit of "
-            + std::to_string(m_options.limits.depth)};
-    }
-    ++m_depth;
-}
-
 bool ValueBuilder::SkipsScalar() {
     if (m_skipDepth == kNotSkipping) {
         return false;
@@ -270,25 +282,18 @@ bool ValueBuilder::SkipsScalar() {
     return true;
 }
 
+void ValueBuilder::EndAside() {
+    if (m_content != nullptr) {
+        LeaveCompleteContent();
+    } else if (m_depth <= m_skipDepth) {
+        m_skipDepth = kNotSkipping;
+    }
+}
+
 void ValueBuilder::LeaveCompleteContent() {
     if (m_content->IsComplete()) {
         m_content = nullptr;
     }
-}
-
-Place ValueBuilder::GetPlace() const {
-    if (m_frames.empty()) {
-        return m_rootPlace;
-    }
-    const Frame& frame = m_frames.back();
-    switch (frame.kind) {
-    case FrameKind::Object: return {frame.property->GetType(), frame.property->IsArray()};
-    case FrameKind::Array: return {frame.place.type, false};
-    case FrameKind::Box: return frame.place;
-    case FrameKind::Opened: throw Refusal{kExpectedTypeName};
-    case FrameKind::Reference: throw Refusal{kExpectedString};
-    }
-    return {};
 }
 
 void ValueBuilder::DecideOpened(std::string_view firstKey) {
@@ -301,6 +306,7 @@ void ValueBuilder::DecideOpened(std::string_view firstKey) {
     } else if (
         frame.place.HoldsAnything() && (firstKey == kReferenceTypeKey || firstKey == kReferenceIdKey)) {
         frame.kind = FrameKind::Reference;
+        StartReference(frame);
         ReferenceKey(frame, firstKey);
     } else {
         throw Refusal{"expected \"$type\" as the first member, found " + Quote(firstKey)};
@@ -309,7 +315,7 @@ void ValueBuilder::DecideOpened(std::string_view firstKey) {
 
 void ValueBuilder::ReadTypeMember(std::string_view wireName) {
     Frame& frame = m_frames.back();
-    const Place actual = ReadValueType(wireName, frame.place, m_options.version);
+    const Place actual = ReadValueType(wireName, frame.place, m_options.version, m_types);
     if (actual.HoldsObject()) {
         StartObject(frame, *actual.type);
     } else {
@@ -319,38 +325,36 @@ void ValueBuilder::ReadTypeMember(std::string_view wireName) {
     }
 }
 
-void ValueBuilder::StartObject(Frame& frame, const Type& type) const {
+void ValueBuilder::StartReference(Frame& frame) {
+    frame.member = {};
+    m_reference = {};
+}
+
+void ValueBuilder::StartObject(Frame& frame, const Type& type) {
     CheckVersion(type, m_options.version);
     frame.kind = FrameKind::Object;
     frame.type = static_cast<const DataObjectType*>(&type);
     frame.value = Created(frame.type->New());
-    frame.marks.resize(frame.type->GetProperties().size());
+    frame.marks = m_marks.size();
+    m_marks.resize(frame.marks + frame.type->GetProperties().size());
 }
 
 void ValueBuilder::StartArray(const Place& place) {
     if (place.type->GetKind() == TypeKind::Boolean) {
         throw Refusal{"there are no arrays of boolean"};
     }
-    const auto array = Created(place.type->NewArray());
-    Frame& frame = m_frames.emplace_back(FrameKind::Array, place);
-    frame.value = array;
-    frame.objects = dynamic_cast<DataArrayBase*>(array.Get());
-    frame.scalars = dynamic_cast<ScalarArrayBase*>(array.Get());
+    m_frames.emplace_back(FrameKind::Array, place).value = Created(place.type->NewArray());
 }
 
 void ValueBuilder::ObjectKey(Frame& frame, std::string_view name) {
-    const auto& properties = frame.type->GetProperties();
-    // Members mostly come in the order of the properties.
-    std::size_t position = frame.position;
-    if (position >= properties.size() || name != properties[position]->GetName()) {
-        const Property* const found = frame.type->FindProperty(name);
-        position = found != nullptr ? frame.type->GetPosition(*found) : properties.size();
-    }
-    if (position == properties.size() && frame.type->IsOpen() && name != kTypeKey) {
+    const std::size_t count = frame.type->GetProperties().size();
+    const std::size_t position = FindPosition(*frame.type, frame.position, name);
+    if (position == count && frame.type->IsOpen() && name != kTypeKey) {
         ContentKey(frame, name);
         return;
     }
-    const bool isKnown = position < properties.size() && properties[position]->IsPartOf(m_options.version);
+    const bool isKnown =
+        position < count && frame.type->GetProperties()[position]->IsPartOf(m_options.version);
     if (!isKnown && name != kTypeKey && m_options.lenient) {
         m_skipDepth = m_depth;
         return;
@@ -358,15 +362,20 @@ void ValueBuilder::ObjectKey(Frame& frame, std::string_view name) {
     if (!isKnown) {
         RefuseUnknownProperty(frame, name);
     }
-    if ((frame.marks[position] & kSeen) != 0) {
-        RefuseRepeated(name);
+    TakeProperty(frame, position);
+}
+
+void ValueBuilder::TakeProperty(Frame& frame, std::size_t position) {
+    const Property& property = *frame.type->GetProperties()[position];
+    std::uint8_t& marks = m_marks[frame.marks + position];
+    if ((marks & kSeen) != 0) {
+        RefuseRepeated(property.GetNameText());
     }
-    frame.marks[position] |= kSeen;
+    marks |= kSeen;
     frame.position = position + 1;
-    frame.property = properties[position];
-    if (frame.property->GetType() == nullptr) {
-        throw Refusal{
-            std::string("the type ") + frame.property->GetDescriptor().type->name + " is not registered"};
+    frame.property = &property;
+    if (property.GetType() == nullptr) {
+        throw Refusal{std::string("the type ") + property.GetDescriptor().type->name + " is not registered"};
     }
 }
 
@@ -408,14 +417,14 @@ void ValueBuilder::BoxKey(Frame& frame, std::string_view name) {
     frame.hasValue = true;
 }
 
-void ValueBuilder::ReferenceKey(Frame& frame, std::string_view name) {
+void ValueBuilder::ReferenceKey(Frame& frame, std::string_view name) const {
     if (name == kReferenceTypeKey) {
-        if (frame.referred != nullptr) {
+        if (m_reference.type != nullptr) {
             RefuseRepeated(name);
         }
         frame.member = kReferenceTypeKey;
     } else if (name == kReferenceIdKey) {
-        if (frame.hasId) {
+        if (m_reference.hasId) {
             RefuseRepeated(name);
         }
         frame.member = kReferenceIdKey;
@@ -424,28 +433,36 @@ void ValueBuilder::ReferenceKey(Frame& frame, std::string_view name) {
     }
 }
 
-void ValueBuilder::ReferenceMember(Frame& frame, const Token& token) const {
+void ValueBuilder::ReferenceMember(const Frame& frame, const Token& token) {
     if (token.kind != Token::Kind::String) {
         throw Refusal{kExpectedString};
     }
     if (frame.member == kReferenceIdKey) {
-        frame.id = token.text;
-        frame.hasId = true;
+        m_reference.id = token.text;
+        m_reference.hasId = true;
     } else {
-        frame.referred = ReadReferredType(token.text, frame.place, m_options.version);
+        m_reference.type = ReadReferredType(token.text, frame.place, m_options.version, m_types);
     }
 }
 
 void ValueBuilder::CheckRequired(const Frame& frame) const {
     const auto& properties = frame.type->GetProperties();
+    for (std::size_t i = 0; i < properties.size(); ++i) {
+        if ((m_marks[frame.marks + i] & kSet) == 0 && !properties[i]->IsOptional()) {
+            RefuseMissing(frame);
+            return;
+        }
+    }
+}
+
+/// Unless all that is missing is no part of the version.
+void ValueBuilder::RefuseMissing(const Frame& frame) const {
+    const auto& properties = frame.type->GetProperties();
     std::vector<std::string> missing;
     for (std::size_t i = 0; i < properties.size(); ++i) {
         const Property& property = *properties[i];
-        if (property.IsOptional() || !property.IsPartOf(m_options.version)) {
-            continue;
-        }
-        // A number in the object is always set; an array is so by having an element.
-        if ((frame.marks[i] & kSet) == 0 || !property.IsSet(frame.value.Get())) {
+        const bool isSet = (m_marks[frame.marks + i] & kSet) != 0;
+        if (!isSet && !property.IsOptional() && property.IsPartOf(m_options.version)) {
             missing.push_back(
                 std::string(property.IsArray() ? "elements of \"" : "\"") + property.GetName() + '"');
         }
@@ -460,6 +477,7 @@ Pellum::Ref<Any> ValueBuilder::Finish(Frame& frame) {
     switch (frame.kind) {
     case FrameKind::Object:
         CheckRequired(frame);
+        m_marks.resize(frame.marks);
         frame.content.reset();
         break;
     case FrameKind::Box:
@@ -468,51 +486,73 @@ Pellum::Ref<Any> ValueBuilder::Finish(Frame& frame) {
         }
         break;
     default:
-        if (frame.referred == nullptr || !frame.hasId) {
+        if (m_reference.type == nullptr || !m_reference.hasId) {
             throw Refusal{
-                std::string("the member \"") + (frame.hasId ? "mo" : "id")
+                std::string("the member \"") + (m_reference.hasId ? "mo" : "id")
                 + "\" of the reference is missing"};
         }
-        frame.value = new MoRef(&frame.referred->GetInfo(), std::move(frame.id));
+        frame.value = new MoRef(&m_reference.type->GetInfo(), std::move(m_reference.id));
         break;
     }
     return std::move(frame.value);
 }
 
-void ValueBuilder::Store(const Type& type, const void* plain) {
+void ValueBuilder::Store(const Place& place, const Token& token) {
+    const ScalarReader reader(*place.type, token);
     if (m_frames.empty()) {
-        m_result = type.Box(plain);
+        reader.Read([&](const auto& value) { m_result = place.type->Box(&value); });
         return;
     }
+    const bool isString = place.type->GetKind() == TypeKind::String;
     Frame& frame = m_frames.back();
-    if (frame.kind == FrameKind::Array) {
-        frame.scalars->_Append(plain);
-    } else if (frame.kind == FrameKind::Box) {
-        frame.value = type.Box(plain);
-    } else {
-        frame.property->Set(frame.value.Get(), plain);
-        frame.marks[frame.position - 1] |= kSet;
-        frame.property = nullptr;
+    switch (frame.kind) {
+    case FrameKind::Object:
+        if (isString) {
+            SetString(*frame.property, *frame.value, reader.ReadText());
+        } else {
+            reader.Read([&](const auto& value) { SetPlain(*frame.property, *frame.value, value); });
+        }
+        EndProperty(frame);
+        break;
+    case FrameKind::Array:
+        if (isString) {
+            static_cast<Array<std::string>&>(*frame.value).Append(std::string(reader.ReadText()));
+        } else {
+            auto& array = static_cast<ScalarArrayBase&>(*frame.value);
+            reader.Read([&](const auto& value) { array._Append(&value); });
+        }
+        break;
+    default: reader.Read([&](const auto& value) { frame.value = place.type->Box(&value); }); break;
     }
 }
 
-void ValueBuilder::Store(const Pellum::Ref<Any>& value) {
+void ValueBuilder::Store(Pellum::Ref<Any> value) {
     if (m_frames.empty()) {
-        m_result = value;
+        m_result = std::move(value);
         return;
     }
     Frame& frame = m_frames.back();
-    if (frame.objects != nullptr) {
-        frame.objects->AppendChecked(value.Get());
-    } else if (frame.scalars != nullptr) {
-        frame.scalars->_Append(value.Get());
-    } else if (frame.kind == FrameKind::Box) {
-        frame.value = value;
-    } else {
-        frame.property->Set(frame.value.Get(), value.Get());
-        frame.marks[frame.position - 1] |= kSet;
+    if (frame.kind == FrameKind::Object) {
+        // An array is set by having an element.
+        const bool isSet = !frame.property->IsArray() || !static_cast<const ArrayBase&>(*value).IsEmpty();
+        SetCounted(*frame.property, *frame.value, std::move(value));
+        if (isSet) {
+            EndProperty(frame);
+        }
         frame.property = nullptr;
+    } else if (frame.kind == FrameKind::Box) {
+        frame.value = std::move(value);
+    } else if (IsDataKind(frame.place.type->GetKind())) {
+        auto object = Pellum::Ref<DataObject>::Adopt(static_cast<DataObject*>(value.Detach()));
+        static_cast<DataArrayBase&>(*frame.value).AppendOwned(std::move(object));
+    } else {
+        static_cast<ScalarArrayBase&>(*frame.value)._Append(value.Get());
     }
+}
+
+void ValueBuilder::EndProperty(Frame& frame) {
+    m_marks[frame.marks + frame.position - 1] |= kSet;
+    frame.property = nullptr;
 }
 
 } // namespace Tavik::Json

@@ -4,8 +4,8 @@
 #include "tavik/codec/json/event_parser.h"
 #include "tavik/codec/json/json.h"
 #include "tavik/codec/json/scalar_reader.h"
+#include "tavik/codec/json/type_reader.h"
 #include "tavik/codec/json/wording.h"
-#include "tavik/value/array_base.h"
 #include "tavik/value/open_writer.h"
 
 #include <cstddef>
@@ -19,7 +19,6 @@ namespace Tavik {
 
 class DataObjectType;
 class Property;
-class ScalarArrayBase;
 
 namespace Json {
 
@@ -60,6 +59,7 @@ private:
         Reference, ///< a managed reference
     };
 
+    /// Kept small: there is one for every object and array of a document.
     struct Frame {
         Frame(FrameKind frameKind, const Place& framePlace) : kind(frameKind), place(framePlace) {}
 
@@ -74,25 +74,31 @@ private:
         const DataObjectType* type = nullptr;
         const Property* property = nullptr;         ///< the one whose value comes next
         std::size_t position = 0;                   ///< of that property in the type's list
-        std::vector<std::uint8_t> marks;            ///< `PropertyMarks` of each property
+        std::size_t marks = 0;                      ///< where those of the first property are in `m_marks`
         std::unique_ptr<OpenContentWriter> content; ///< of an open type, once there is something to write
-
-        // Of arrays: two views of `value`, one of which is null.
-        DataArrayBase* objects = nullptr;
-        ScalarArrayBase* scalars = nullptr;
 
         // Of boxes and references.
         std::string_view member; ///< the one whose value comes next; a literal
         bool hasValue = false;
-        const Type* referred = nullptr;
+    };
+
+    /// A managed reference as far as it has been read. Nothing is nested in one, so one will do.
+    struct Reference {
+        const Type* type = nullptr;
         std::string id;
         bool hasId = false;
     };
 
     void CountValue();
     void Nest();
-    /// Passes over the value that begins; returns whether there is one to pass over.
+
+    /// Whether what comes is no part of the objects and arrays that are begun: an unknown member, which is
+    /// passed over or is content.
+    bool IsAside() const { return m_skipDepth != kNotSkipping || m_content != nullptr; }
+
+    /// Passes over the scalar that comes; returns whether there is one to pass over.
     bool SkipsScalar();
+    void EndAside();
     /// Ends the unknown property of an open type when it has its whole value.
     void LeaveCompleteContent();
     /// Where the value that begins belongs.
@@ -100,25 +106,34 @@ private:
 
     void DecideOpened(std::string_view firstKey);
     void ReadTypeMember(std::string_view wireName);
-    void StartObject(Frame& frame, const Type& type) const;
+    void StartReference(Frame& frame);
+    void StartObject(Frame& frame, const Type& type);
     void StartArray(const Place& place);
     void ObjectKey(Frame& frame, std::string_view name);
+    void TakeProperty(Frame& frame, std::size_t position);
     void ContentKey(Frame& frame, std::string_view name);
     void BoxKey(Frame& frame, std::string_view name);
-    void ReferenceKey(Frame& frame, std::string_view name);
-    void ReferenceMember(Frame& frame, const Token& token) const;
+    void ReferenceKey(Frame& frame, std::string_view name) const;
+    void ReferenceMember(const Frame& frame, const Token& token);
     void CheckRequired(const Frame& frame) const;
+    void RefuseMissing(const Frame& frame) const;
     Pellum::Ref<Any> Finish(Frame& frame);
 
     [[noreturn]] void RefuseUnknownProperty(const Frame& frame, std::string_view name) const;
 
-    /// Puts a complete value into the place that it belongs to.
-    void Store(const Type& type, const void* plain);
-    void Store(const Pellum::Ref<Any>& value);
+    // These put a complete value into the place that it belongs to.
+    void Store(const Place& place, const Token& token);
+    void Store(Pellum::Ref<Any> value);
+    /// The property of the object has its value.
+    void EndProperty(Frame& frame);
 
     const DecodeOptions& m_options;
+
     Place m_rootPlace;
     std::vector<Frame> m_frames;
+    std::vector<std::uint8_t> m_marks; ///< `PropertyMarks` of each property of all objects that are begun
+    Reference m_reference;             ///< the one that is being read
+    TypeFinder m_types;
     Pellum::Ref<Any> m_result;
     std::size_t m_valueCount = 0;
     std::size_t m_depth = 0;

@@ -1,7 +1,6 @@
 #include "tavik/codec/json/wording.h"
 
 #include "pellum/text/near_name.h"
-#include "tavik/type/type.h"
 #include "tavik/type/version.h"
 #include "tavik/value/json_text.h"
 
@@ -32,19 +31,6 @@ std::string DescribeScalar(const Type& type) {
 }
 
 } // namespace
-
-bool Place::HoldsAnything() const {
-    return type == nullptr || (type->GetKind() == TypeKind::Any && !isArray);
-}
-
-bool Place::HoldsObject() const {
-    return type != nullptr && !isArray
-        && (type->GetKind() == TypeKind::Data || type->GetKind() == TypeKind::Fault);
-}
-
-bool Place::HoldsReference() const {
-    return type != nullptr && !isArray && type->GetKind() == TypeKind::Managed;
-}
 
 std::string DescribeExpected(const Place& place) {
     if (place.HoldsAnything()) {

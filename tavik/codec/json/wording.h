@@ -1,12 +1,13 @@
 #pragma once
 
+#include "tavik/type/type.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace Tavik {
 
-class Type;
 class Version;
 
 namespace Json {
@@ -21,10 +22,23 @@ struct Place {
     const Type* type = nullptr; ///< of the value, or of an array's elements; null or `anyType` for any value
     bool isArray = false;
 
-    bool HoldsAnything() const;
+    bool HoldsAnything() const { return type == nullptr || (type->GetKind() == TypeKind::Any && !isArray); }
+
     /// Whether objects stand here that need not name their type.
-    bool HoldsObject() const;
-    bool HoldsReference() const;
+    bool HoldsObject() const {
+        return type != nullptr && !isArray
+            && (type->GetKind() == TypeKind::Data || type->GetKind() == TypeKind::Fault);
+    }
+
+    bool HoldsReference() const {
+        return type != nullptr && !isArray && type->GetKind() == TypeKind::Managed;
+    }
+
+    /// Whether a scalar stands here that need not name its type.
+    bool HoldsScalar() const {
+        return type != nullptr && !isArray
+            && (type->GetKind() < TypeKind::Any || type->GetKind() == TypeKind::Enum);
+    }
 };
 
 /// What belongs in a place: "an int", "an object of type MorvaneComputerSpec", "an array of string".

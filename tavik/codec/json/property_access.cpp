@@ -1,0 +1,76 @@
+#include "tavik/codec/json/property_access.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <string>
+
+namespace Tavik::Json {
+
+namespace {
+
+/// Optional properties that are left out in a row, so that the next one is found without looking up its name.
+constexpr std::size_t kMostSkipped = 8;
+
+/// Names are too short for a call to be worth its while.
+bool AreEqual(std::string_view a, std::string_view b) {
+    constexpr std::size_t kStep = sizeof(std::uint64_t);
+    const std::size_t size = a.size();
+    if (size != b.size()) {
+        return false;
+    }
+    std::size_t i = 0;
+    if (size < kStep) {
+        while (i < size && a[i] == b[i]) {
+            ++i;
+        }
+        return i == size;
+    }
+    const auto isEqualAt = [&](std::size_t at) {
+        return std::memcmp(a.data() + at, b.data() + at, kStep) == 0;
+    };
+    for (; i + kStep <= size; i += kStep) {
+        if (!isEqualAt(i)) {
+            return false;
+        }
+    }
+    return isEqualAt(size - kStep);
+}
+
+} // namespace
+
+std::size_t FindPosition(const DataObjectType& type, std::size_t next, std::string_view name) {
+    const auto& properties = type.GetProperties();
+    const std::size_t end = std::min(next + kMostSkipped, properties.size());
+    for (std::size_t position = next; position < end; ++position) {
+        if (AreEqual(name, properties[position]->GetNameText())) {
+            return position;
+        }
+    }
+    const Property* const found = type.FindProperty(name);
+    return found != nullptr ? type.GetPosition(*found) : properties.size();
+}
+
+void SetString(const Property& property, Any& object, std::string_view value) {
+    const FieldLayout layout = property.GetLayout();
+    void* const member = GetMember(&object, layout);
+    if (layout.form == FieldForm::String) {
+        InlineStorage<std::string>::As(member) = value;
+    } else if (layout.form == FieldForm::OptionalString) {
+        OptionalStorage<std::string>::As(member).SetValue(std::string(value));
+    } else {
+        const std::string text(value);
+        property.Set(&object, &text);
+    }
+}
+
+void SetCounted(const Property& property, Any& object, Pellum::Ref<Any> value) {
+    const FieldLayout layout = property.GetLayout();
+    if (layout.form == FieldForm::Object || layout.form == FieldForm::Array) {
+        StoreCounted(GetMember(&object, layout), value.Detach());
+    } else {
+        property.Set(&object, value.Get());
+    }
+}
+
+} // namespace Tavik::Json
