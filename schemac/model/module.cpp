@@ -126,6 +126,9 @@ std::unique_ptr<const Module> ModuleBuilder::Finish() {
     for (const std::unique_ptr<Type>& type : module.m_ownedTypes) {
         type->nested = BaseFirst(type->nested);
         if (type->isImported) {
+            if (const DataType* data = type->AsData()) {
+                module.m_importedDataTypes.push_back(data);
+            }
             continue;
         }
         imports.Use(type->Base());

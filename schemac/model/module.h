@@ -49,6 +49,9 @@ public:
     /// them.
     const std::vector<const Type*>& ImportedTypes() const { return m_importedTypes; }
 
+    /// All data and fault types of other libraries, referred to or not, in schema order.
+    const std::vector<const DataType*>& ImportedDataTypes() const { return m_importedDataTypes; }
+
     const BuiltinType& Builtin(BuiltinKind builtin) const;
 
     /// Own, imported or built-in type of that dotted name; null when there is none. Linear in the number of
@@ -70,6 +73,7 @@ private:
     std::vector<const Version*> m_versions;
     std::vector<const SourceFile*> m_files;
     std::vector<const Type*> m_importedTypes;
+    std::vector<const DataType*> m_importedDataTypes;
 };
 
 } // namespace Schemac::Model

@@ -252,6 +252,30 @@ std::string HeaderPath(const Model::Type& type) {
     return path.substr(0, path.rfind('/') + 1) + SnakeCase(topLevel.name) + ".h";
 }
 
+std::string ProtoField(std::string_view name) {
+    return SnakeCase(name);
+}
+
+std::string ProtoJsonName(std::string_view field) {
+    std::string name;
+    bool raises = false;
+    for (const char c : field) {
+        if (c != '_') {
+            name += raises ? ToUpper(c) : c;
+        }
+        raises = c == '_';
+    }
+    return name;
+}
+
+std::string ProtoEnumValue(const Model::EnumType& type, std::string_view tag) {
+    return UpperCase(SnakeCase(type.wireName) + "_" + SnakeCase(tag));
+}
+
+std::string ProtoChoice(const Model::Type& type) {
+    return type.wireName + "OrDerived";
+}
+
 bool IsCppKeyword(std::string_view word) {
     return std::binary_search(std::begin(kKeywords), std::end(kKeywords), word);
 }

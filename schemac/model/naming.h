@@ -95,6 +95,18 @@ std::string DefaultMethodWireName(std::string_view nameSpace, std::string_view m
 /// Empty for a built-in type.
 std::string HeaderPath(const Model::Type& type);
 
+/// Field of a protobuf message, from a property or wire name: "ssl_certificate_data".
+std::string ProtoField(std::string_view name);
+
+/// What protobuf calls a field in JSON unless it is told: "sslCertificateData".
+std::string ProtoJsonName(std::string_view field);
+
+/// Value of a protobuf enumeration, where all share one scope: "MORVANE_EVENT_TYPE_INFO".
+std::string ProtoEnumValue(const Model::EnumType& type, std::string_view tag);
+
+/// Message that holds an object of the type, or of one derived from it: "MorvaneEventOrDerived".
+std::string ProtoChoice(const Model::Type& type);
+
 /// True for the keywords and alternative tokens of C++20.
 bool IsCppKeyword(std::string_view word);
 

@@ -63,6 +63,33 @@ TEST_F(CommandLine, WritesStampAndDepfile) {
     EXPECT_TRUE(std::filesystem::exists(m_folder.GetPath() / "s"));
 }
 
+TEST_F(CommandLine, KindsOfOutputShareAFolder) {
+    const auto out = m_folder.GetPath() / "out";
+    EXPECT_EQ(Run("--library lib --out out good.tavik"), 0) << m_output;
+    EXPECT_EQ(Run("--library lib --out out --emit proto good.tavik"), 0) << m_output;
+    EXPECT_TRUE(std::filesystem::exists(out / "a.h"));
+    EXPECT_NE(ReadFile(out / "good.proto").find("\npackage lib;\n"), std::string::npos);
+    EXPECT_EQ(Run("--library lib --out both --emit cpp --emit proto --package a.b good.tavik"), 0)
+        << m_output;
+    EXPECT_TRUE(std::filesystem::exists(m_folder.GetPath() / "both/a.h"));
+    EXPECT_NE(ReadFile(m_folder.GetPath() / "both/good.proto").find("\npackage a.b;\n"), std::string::npos);
+    EXPECT_EQ(Run("--out out --emit perl good.tavik"), 2);
+    EXPECT_EQ(Run("--out out --emit proto --package a..b good.tavik"), 2);
+    EXPECT_EQ(Run("--out out --emit proto good.tavik"), 2); // called like nothing
+}
+
+TEST_F(CommandLine, NothingIsWrittenUnlessEverythingCanBe) {
+    WriteFile(
+        m_folder.GetPath() / "clash.tavik",
+        "namespace m;\nversion version1;\n/// D.\ndata A wire A since version1 { aB : int; a_b : int; }\n");
+    EXPECT_EQ(Run("--library lib --out out --emit cpp --emit proto --stamp s clash.tavik"), 1);
+    EXPECT_EQ(
+        m_output, "schemac: error: type 'm.A': property 'a_b' needs the protobuf name 'a_b', which property "
+                  "'aB' has\n");
+    EXPECT_FALSE(std::filesystem::exists(m_folder.GetPath() / "out"));
+    EXPECT_FALSE(std::filesystem::exists(m_folder.GetPath() / "s"));
+}
+
 TEST_F(CommandLine, ErrorsLeaveNoStamp) {
     EXPECT_EQ(Run("--library lib --out out --stamp s bad.tavik"), 1);
     EXPECT_FALSE(std::filesystem::exists(m_folder.GetPath() / "s"));
