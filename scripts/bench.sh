@@ -60,7 +60,13 @@ measure_memory() {
     "$bin/memory_bench" >"$results/memory.txt"
 }
 
+# That protobuf holds the same content as we do.
+check_peer() {
+    [[ ! -e "$peer" ]] || "$bin/proto_check" examples/*.json
+}
+
 heading="$(describe_machine)"
+step bench-peer "values through protobuf and back" check_peer
 step bench-values "values, fields and names" run_benchmarks values_bench 9 0.04
 step bench-scaling "growth, threads and calls" run_benchmarks scaling_bench 7 0.04
 if [[ -z "$filter" ]]; then
