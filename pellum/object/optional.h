@@ -1,5 +1,7 @@
 #pragma once
 
+#include "pellum/object/block_cache.h"
+
 #include <cassert>
 #include <concepts>
 #include <cstdint>
@@ -145,15 +147,14 @@ public:
     /// Unset.
     Optional() noexcept = default;
 
-    Optional(std::string value) : m_value(std::make_unique<std::string>(std::move(value))) {}
+    Optional(std::string value) : m_value(Make(std::move(value))) {}
 
     Optional(const char* value) : Optional(std::string(value)) {}
 
     /// Unset, as null is elsewhere.
     Optional(std::nullptr_t) noexcept {}
 
-    Optional(const Optional& other)
-        : m_value(other.IsSet() ? std::make_unique<std::string>(*other.m_value) : nullptr) {}
+    Optional(const Optional& other) : m_value(other.IsSet() ? Make(*other.m_value) : nullptr) {}
 
     Optional(Optional&& other) noexcept = default;
 
@@ -192,7 +193,7 @@ public:
         if (IsSet()) {
             *m_value = value;
         } else {
-            m_value = std::make_unique<std::string>(value);
+            m_value = Make(value);
         }
     }
 
@@ -200,7 +201,7 @@ public:
         if (IsSet()) {
             *m_value = std::move(value);
         } else {
-            m_value = std::make_unique<std::string>(std::move(value));
+            m_value = Make(std::move(value));
         }
     }
 
@@ -216,7 +217,30 @@ public:
     }
 
 private:
-    std::unique_ptr<std::string> m_value;
+    struct Free {
+        void operator()(std::string* value) const noexcept {
+            value->~basic_string();
+            FreeBlock(value, sizeof(std::string));
+        }
+    };
+
+    using Pointer = std::unique_ptr<std::string, Free>;
+
+    template <class Value>
+    static Pointer Make(Value&& value) {
+        void* const block = AllocateBlock(sizeof(std::string));
+        if (block == nullptr) {
+            throw std::bad_alloc();
+        }
+        try {
+            return Pointer(::new (block) std::string(std::forward<Value>(value)));
+        } catch (...) {
+            FreeBlock(block, sizeof(std::string));
+            throw;
+        }
+    }
+
+    Pointer m_value;
 };
 
 template <typename T>

@@ -182,7 +182,7 @@ private:
               hasBase ? "extern const Morvane::Support::FieldTable " + FieldTableName(*type.base) + ";" : ""},
              {"fields", FieldRows(type) + CheckRows(type)},
              {"kind", PropertiesKind(type)},
-             {"fieldList", type.properties.empty() ? "nullptr" : ClassTraits(type) + "::kFields"},
+             {"fieldList", type.properties.empty() ? "nullptr" : ClassTraits(type) + "::kFields.data()"},
              {"checkList", HasReferences(type) ? ClassTraits(type) + "::kChecks" : "nullptr"},
              {"root", root},
              {"properties", PropertiesName(type)},
@@ -202,20 +202,25 @@ private:
     }
 
     static std::string FieldRows(const Model::DataType& type) {
-        return Rows(type, "TYPES_FIELD", "Tavik::FieldLayout kFields");
+        const std::string rows = Rows(type, "TYPES_FIELD");
+        return rows.empty()
+                 ? rows
+                 : "static constexpr auto kFields = Tavik::WithRuns(std::array{\n" + rows + "});\n";
     }
 
     static std::string CheckRows(const Model::DataType& type) {
-        return HasReferences(type) ? Rows(type, "TYPES_CHECK", "ClassCheck kChecks") : "";
+        return HasReferences(type)
+                 ? "static constexpr ClassCheck kChecks[] = {\n" + Rows(type, "TYPES_CHECK") + "};\n"
+                 : "";
     }
 
-    /// A table with one row a property.
-    static std::string Rows(const Model::DataType& type, const std::string& macro, const std::string& table) {
+    /// One row a property.
+    static std::string Rows(const Model::DataType& type, const std::string& macro) {
         std::string rows;
         for (const Model::Property& property : type.properties) {
             rows += "    " + macro + "(Class, " + Naming::MemberName(property.name) + "),\n";
         }
-        return rows.empty() ? rows : "static constexpr " + table + "[] = {\n" + rows + "};\n";
+        return rows;
     }
 
     static bool HasReferences(const Model::DataType& type) {

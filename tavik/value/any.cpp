@@ -1,5 +1,6 @@
 #include "tavik/value/any.h"
 
+#include "pellum/object/block_cache.h"
 #include "tavik/value/print.h"
 
 namespace Tavik {
@@ -20,6 +21,26 @@ constinit thread_local DestructionState destruction;
 } // namespace
 
 Any::~Any() = default;
+
+void* Any::operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    return Pellum::AllocateBlock(size);
+}
+
+void* Any::operator new(std::size_t size) {
+    void* const storage = Pellum::AllocateBlock(size);
+    if (storage == nullptr) {
+        throw std::bad_alloc();
+    }
+    return storage;
+}
+
+void Any::operator delete(void* storage, std::size_t size) noexcept {
+    Pellum::FreeBlock(storage, size);
+}
+
+void Any::operator delete(void* storage, const std::nothrow_t& /*tag*/) noexcept {
+    ::operator delete(storage); // of unknown size
+}
 
 std::string Any::ToString() const {
     return Print(this);

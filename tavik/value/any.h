@@ -3,7 +3,9 @@
 #include "tavik/export.h"
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
+#include <new>
 #include <string>
 
 namespace Tavik {
@@ -24,6 +26,17 @@ class Type;
 class TAVIK_API Any {
 public:
     virtual ~Any();
+
+    /// Values come from the thread's cache of blocks.
+    static void* operator new(std::size_t size);
+    static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
+
+    static void* operator new(std::size_t /*size*/, void* storage) noexcept { return storage; }
+
+    static void operator delete(void* storage, std::size_t size) noexcept;
+    static void operator delete(void* storage, const std::nothrow_t&) noexcept;
+
+    static void operator delete(void* /*storage*/, void* /*place*/) noexcept {}
 
     /// The value as JSON, with every secret shown as "***". Never throws for the value's content.
     virtual std::string ToString() const;

@@ -70,7 +70,7 @@ void DataArrayBase::_DiffProperties(
     const Any* other, const std::string& prefix, PropertyDiffSet& diffs) const {
     const auto& that = static_cast<const DataArrayBase&>(*other);
     DiffElements(GetLength(), that.GetLength(), prefix, diffs, [&](std::size_t i, const std::string& path) {
-        DiffAnyPropertiesInt(GetElement(i), that.GetElement(i), path, "", 0, diffs);
+        DiffValues(GetElement(i), that.GetElement(i), path, 0, diffs);
     });
 }
 

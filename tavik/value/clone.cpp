@@ -1,9 +1,11 @@
 #include "tavik/value/clone.h"
 
+#include "pellum/object/block_cache.h"
 #include "tavik/type/data_object_type.h"
 #include "tavik/value/depth_scope.h"
 #include "tavik/value/ref_slot.h"
 
+#include <cstring>
 #include <memory>
 #include <new>
 #include <typeinfo>
@@ -52,9 +54,16 @@ public:
     CloneScope(const CloneScope&) = delete;
     CloneScope& operator=(const CloneScope&) = delete;
 
-    void Finish(const Any& copy);
+    void Finish(const Any& copy) {
+        if (m_state.CountPending() > m_begin) {
+            FinishPending(copy);
+        }
+        m_isDone = true;
+    }
 
 private:
+    void FinishPending(const Any& copy);
+
     CloneState& m_state = cloning;
     const Any& m_source;
     const bool m_isPart;
@@ -100,13 +109,13 @@ void Store(const PendingClone& part) {
 
 /// Copies what was put off. A copy's own parts are put off again once they are too deep, so that the stack
 /// used does not grow.
-void CloneScope::Finish(const Any& copy) {
-    if (m_state.CountPending() > m_begin && !(m_isPart && typeid(copy) == typeid(m_source))) {
-        while (m_state.CountPending() > m_begin) {
-            Store(m_state.TakeLast());
-        }
+void CloneScope::FinishPending(const Any& copy) {
+    if (m_isPart && typeid(copy) == typeid(m_source)) {
+        return; // left to the clone around it
     }
-    m_isDone = true;
+    while (m_state.CountPending() > m_begin) {
+        Store(m_state.TakeLast());
+    }
 }
 
 } // namespace
@@ -131,12 +140,18 @@ void CloneInto(Any& target, const Property& property, const Any* source) {
     }
 }
 
-Any* CloneWith(const Any& source, std::size_t size, Any* (*construct)(void* storage, const Any& source)) {
-    struct Free {
-        void operator()(void* storage) const { ::operator delete(storage); }
-    };
+void* AllocateZeroed(std::size_t size) noexcept {
+    void* storage = Pellum::AllocateBlock(size);
+    if (storage != nullptr) {
+        std::memset(storage, 0, size);
+        asm volatile("" : "+r"(storage) : : "memory"); // also where the linker optimises
+    }
+    return storage;
+}
 
-    std::unique_ptr<void, Free> storage(AllocateZeroed(size));
+Any* CloneWith(const Any& source, std::size_t size, Any* (*construct)(void* storage, const Any& source)) {
+    const auto free = [size](void* block) { Pellum::FreeBlock(block, size); };
+    std::unique_ptr<void, decltype(free)> storage(AllocateZeroed(size), free);
     if (storage == nullptr) {
         return nullptr;
     }

@@ -3,7 +3,6 @@
 #include "tavik/export.h"
 
 #include <cstddef>
-#include <cstring>
 #include <new>
 
 namespace Tavik {
@@ -22,16 +21,9 @@ TAVIK_API void CloneInto(Any& target, const Property& property, const Any* sourc
 /// Zero-filled storage for one object, null when out of memory.
 ///
 /// The zeros survive into the object: a constructor begins the life of an object, and an optimising compiler
-/// may then drop what was stored before. The empty assembler statements, here and in `KeepStorage`, tell it
-/// that the bytes are read and written by something that it can not see.
-inline void* AllocateZeroed(std::size_t size) noexcept {
-    void* storage = ::operator new(size, std::nothrow);
-    if (storage != nullptr) {
-        std::memset(storage, 0, size);
-        asm volatile("" : "+r"(storage) : : "memory");
-    }
-    return storage;
-}
+/// may then drop what was stored before. It can not see into this function, nor what the empty assembler
+/// statement in `KeepStorage` reads and writes.
+TAVIK_API void* AllocateZeroed(std::size_t size) noexcept;
 
 /// Makes the compiler forget what it knows of the bytes of an object that was just constructed.
 template <class T>

@@ -6,6 +6,7 @@
 #include "tavik/value/depth_scope.h"
 #include "tavik/value/property_diff_set.h"
 
+#include <cstring>
 #include <typeinfo>
 #include <utility>
 
@@ -56,7 +57,8 @@ bool IsUnset(const Any* value, std::uint32_t flags) {
 }
 
 bool AreSameClass(const Any* a, const Any* b) {
-    return typeid(*a) == typeid(*b);
+    // Mostly both have the same table of virtual functions, so that there is no need to look at their types.
+    return std::memcmp(a, b, sizeof(void*)) == 0 || typeid(*a) == typeid(*b);
 }
 
 } // namespace
@@ -81,13 +83,15 @@ bool AreEqualAnysInt(const Any* a, const Any* b, std::uint32_t flags, bool parti
         equality.PutOff({a, b, partial});
         return true;
     }
+    if (equality.depth > 0) {
+        const DepthScope depth(equality.depth);
+        return a->_IsEqual(b, partial);
+    }
     const ComparisonScope scope(equality);
     bool equal = a->_IsEqual(b, partial);
-    if (scope.IsOutermost()) {
-        while (equal && equality.CountPending() > 0) {
-            const PendingEquality next = equality.TakeLast();
-            equal = next.a->_IsEqual(next.b, next.partial);
-        }
+    while (equal && equality.CountPending() > 0) {
+        const PendingEquality next = equality.TakeLast();
+        equal = next.a->_IsEqual(next.b, next.partial);
     }
     return equal;
 }
@@ -95,18 +99,24 @@ bool AreEqualAnysInt(const Any* a, const Any* b, std::uint32_t flags, bool parti
 void DiffAnyPropertiesInt(
     const Any* a, const Any* b, const std::string& prefix, const char* suffix, std::uint32_t flags,
     PropertyDiffSet& diffs) {
+    if (a != b) {
+        DiffValues(a, b, prefix + suffix, flags, diffs);
+    }
+}
+
+void DiffValues(
+    const Any* a, const Any* b, const std::string& path, std::uint32_t flags, PropertyDiffSet& diffs) {
     const bool unsetA = IsUnset(a, flags);
     const bool unsetB = IsUnset(b, flags);
     if ((unsetA && unsetB) || a == b) {
         return;
     }
-    std::string path = prefix + suffix;
     if (unsetA || unsetB || !AreSameClass(a, b)) {
-        diffs.Add(std::move(path));
+        diffs.Add(path);
         return;
     }
     if (difference.depth == kMaxRecursion) {
-        difference.PutOff({a, b, std::move(path)});
+        difference.PutOff({a, b, path});
         return;
     }
     const ComparisonScope scope(difference);

@@ -24,4 +24,8 @@ TAVIK_API void DiffAnyPropertiesInt(
     const Any* a, const Any* b, const std::string& prefix, const char* suffix, std::uint32_t flags,
     PropertyDiffSet& diffs);
 
+/// The same, for those who have the whole path at hand.
+TAVIK_API void DiffValues(
+    const Any* a, const Any* b, const std::string& path, std::uint32_t flags, PropertyDiffSet& diffs);
+
 } // namespace Tavik

@@ -1,5 +1,6 @@
 #include "tavik/value/data_object.h"
 
+#include "pellum/object/block_cache.h"
 #include "tavik/descriptor/builtin.h"
 #include "tavik/type/data_object_type.h"
 #include "tavik/type/type_of.h"
@@ -24,12 +25,12 @@ void* DataObject::operator new(std::size_t size) {
     return storage;
 }
 
-void DataObject::operator delete(void* storage) noexcept {
-    ::operator delete(storage);
+void DataObject::operator delete(void* storage, std::size_t size) noexcept {
+    Pellum::FreeBlock(storage, size);
 }
 
 void DataObject::operator delete(void* storage, const std::nothrow_t& /*tag*/) noexcept {
-    ::operator delete(storage);
+    ::operator delete(storage); // of unknown size
 }
 
 Type* DynamicData::_GetType() const {

@@ -25,7 +25,7 @@ public:
 
     static void* operator new(std::size_t /*size*/, void* storage) noexcept { return storage; }
 
-    static void operator delete(void* storage) noexcept;
+    static void operator delete(void* storage, std::size_t size) noexcept;
     static void operator delete(void* storage, const std::nothrow_t&) noexcept;
 
     static void operator delete(void* /*storage*/, void* /*place*/) noexcept {}

@@ -3,6 +3,7 @@
 #include "pellum/object/optional.h"
 #include "pellum/object/ref.h"
 #include "pellum/system/date_time.h"
+#include "pellum/text/equal.h"
 #include "tavik/descriptor/field_layout.h"
 #include "tavik/value/array_base.h"
 #include "tavik/value/clone.h"
@@ -78,7 +79,13 @@ struct InlineStorage {
 
     static void Copy(void* member, const void* source) { As(member) = As(source); }
 
-    static bool Equal(const void* a, const void* b) { return As(a) == As(b); }
+    static bool Equal(const void* a, const void* b) {
+        if constexpr (std::is_same_v<T, std::string>) {
+            return Pellum::AreEqual(As(a), As(b));
+        } else {
+            return As(a) == As(b);
+        }
+    }
 };
 
 /// Optional values of all three forms of `Pellum::Optional`.
@@ -113,7 +120,15 @@ struct OptionalStorage {
 
     static void Copy(void* member, const void* source) { As(member) = As(source); }
 
-    static bool Equal(const void* a, const void* b) { return As(a) == As(b); }
+    static bool Equal(const void* a, const void* b) {
+        if constexpr (std::is_same_v<T, std::string>) {
+            const std::string* const left = As(a).Peek();
+            const std::string* const right = As(b).Peek();
+            return left == nullptr || right == nullptr ? left == right : Pellum::AreEqual(*left, *right);
+        } else {
+            return As(a) == As(b);
+        }
+    }
 };
 
 /// Optional numbers and enumeration values as bytes: the number, then the set mark. One storage serves a

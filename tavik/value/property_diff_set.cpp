@@ -16,8 +16,10 @@ bool PropertyDiffSet::Contains(std::string_view path) const {
     return std::find(m_paths.begin(), m_paths.end(), path) != m_paths.end();
 }
 
-std::string ElementPath(const std::string& array, std::size_t index) {
-    return array + '[' + std::to_string(index) + ']';
+void AppendIndex(std::string& path, std::size_t index) {
+    path += '[';
+    path += std::to_string(index);
+    path += ']';
 }
 
 } // namespace Tavik

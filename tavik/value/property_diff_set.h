@@ -33,7 +33,7 @@ private:
     std::vector<std::string> m_paths;
 };
 
-/// Path of an element: "disk" and 2 give "disk[2]".
-TAVIK_API std::string ElementPath(const std::string& array, std::size_t index);
+/// Makes the path of an array that of an element: "disk" and 2 give "disk[2]".
+TAVIK_API void AppendIndex(std::string& path, std::size_t index);
 
 } // namespace Tavik

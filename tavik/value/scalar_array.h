@@ -25,12 +25,14 @@ void DiffElements(
     std::size_t lengthA, std::size_t lengthB, const std::string& prefix, PropertyDiffSet& diffs,
     DiffCommon diffCommon) {
     const std::size_t common = std::min(lengthA, lengthB);
+    std::string path;
     for (std::size_t i = 0; i < std::max(lengthA, lengthB); ++i) {
-        std::string path = ElementPath(prefix, i);
+        path.assign(prefix);
+        AppendIndex(path, i);
         if (i < common) {
             diffCommon(i, path);
         } else {
-            diffs.Add(std::move(path));
+            diffs.Add(path);
         }
     }
 }

@@ -1,5 +1,7 @@
 #include "tests/support/failing_allocation.h"
 
+#include "pellum/object/block_cache.h"
+
 #ifdef _WIN32
 #include "tests/support/redirection_windows.h"
 #endif
@@ -46,10 +48,12 @@ void Free(void* block) noexcept {
 } // namespace
 
 std::ptrdiff_t CountLiveBlocks() {
+    Pellum::ReleaseCachedBlocks();
     return liveBlocks.load(std::memory_order_relaxed);
 }
 
 FailingAllocation::FailingAllocation(int count) {
+    Pellum::ReleaseCachedBlocks(); // or nothing fails that finds a block there
     hasFailed = false;
     untilFailure = count;
 }

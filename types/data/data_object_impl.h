@@ -8,6 +8,7 @@
 #include "types/data/field_functions.h"
 #include "types/data/fields.h"
 
+#include <array>
 #include <new>
 
 // Data classes have virtual functions and one base each, for which the compilers give offsets their plain
@@ -16,7 +17,9 @@
 
 /// A row of a class's layout, and one of its checks.
 #define TYPES_FIELD(Class, member)                                                                           \
-    { offsetof(Class, member), Tavik::FieldFormOf<decltype(Class::member)>::kForm }
+    Tavik::FieldLayout {                                                                                     \
+        offsetof(Class, member), Tavik::FieldFormOf<decltype(Class::member)>::kForm                          \
+    }
 #define TYPES_CHECK(Class, member) Morvane::Support::kCheckOf<decltype(Class::member)>
 
 /// Compiles the field functions of a class, those that `DescribeData` puts into its record, and its array.

@@ -9,6 +9,7 @@
 #include "types/data/field_functions.h"
 
 #include <cstdint>
+#include <cstring>
 
 namespace Morvane::Support {
 
@@ -25,8 +26,15 @@ FieldLayout Checked(const FieldTable& table, int index) {
     return table.fields[index];
 }
 
-std::string Suffix(const Tavik::PropertyDescriptor& property) {
-    return std::string(".") += property.name;
+/// Whether two members that hold no references are equal.
+bool AreEqualFields(Tavik::FieldForm form, const void* a, const void* b) {
+    return WithStorage(form, [&](auto storage) {
+        if constexpr (Tavik::kIsCounted<decltype(storage)>) {
+            return a == b;
+        } else {
+            return storage.Equal(a, b);
+        }
+    });
 }
 
 Tavik::OpenContent* ContentOf(const FieldTable& table, Tavik::Any& object) {
@@ -48,11 +56,15 @@ void CopyFields(const FieldTable& table, Tavik::Any& target, const Tavik::Any& s
     if (table.content != nullptr) {
         *ContentOf(table, target) = *ContentOf(table, source);
     }
-    for (int i = 0; i < table.count; ++i) {
+    for (int i = 0; i < table.count; i += table.fields[i].runFields) {
         const FieldLayout field = table.fields[i];
-        WithStorage(field.form, [&](auto storage) {
-            storage.Copy(GetMember(&target, field), GetMember(&source, field));
-        });
+        void* member = GetMember(&target, field);
+        const void* from = GetMember(&source, field);
+        if (field.runFields > 1) {
+            std::memcpy(member, from, field.runBytes);
+        } else {
+            WithStorage(field.form, [&](auto storage) { storage.Copy(member, from); });
+        }
     }
 }
 
@@ -72,17 +84,25 @@ bool AreFieldsEqual(const FieldTable& table, const Tavik::Any* a, const Tavik::A
     if (table.content != nullptr && !ContentOf(table, *a)->IsEqual(*ContentOf(table, *b), partial)) {
         return false;
     }
-    for (int i = 0; i < table.count; ++i) {
+    for (int i = 0; i < table.count; i += table.fields[i].runFields) {
         const FieldLayout field = table.fields[i];
-        const std::uint32_t flags = table.properties[i].flags;
+        const void* mine = GetMember(a, field);
+        const void* others = GetMember(b, field);
+        if (field.runFields > 1) {
+            if (std::memcmp(mine, others, field.runBytes) != 0) {
+                return false;
+            }
+            continue;
+        }
         const bool isEqual = WithStorage(field.form, [&](auto storage) {
-            const void* mine = GetMember(a, field);
-            const void* others = GetMember(b, field);
             if constexpr (Tavik::kIsCounted<decltype(storage)>) {
-                return Tavik::AreEqualAnysInt(Tavik::LoadRef(mine), Tavik::LoadRef(others), flags, partial);
+                const Tavik::Any* left = Tavik::LoadRef(mine);
+                const Tavik::Any* right = Tavik::LoadRef(others);
+                return left == right
+                    || Tavik::AreEqualAnysInt(left, right, table.properties[i].flags, partial);
             } else {
                 return storage.Equal(mine, others)
-                    || (partial && (flags & Tavik::kOptionalFlag) != 0 && !storage.IsSet(others));
+                    || (partial && table.properties[i].IsOptional() && !storage.IsSet(others));
             }
         });
         if (!isEqual) {
@@ -101,23 +121,27 @@ void DiffFields(
     if (table.content != nullptr) {
         ContentOf(table, *a)->Diff(*ContentOf(table, *b), prefix, diffs);
     }
+    std::string path = prefix;
+    const auto pathOf = [&](const Tavik::PropertyDescriptor& property) -> const std::string& {
+        path.resize(prefix.size());
+        path += '.';
+        path += property.name;
+        return path;
+    };
     for (int i = 0; i < table.count; ++i) {
         const FieldLayout field = table.fields[i];
         const Tavik::PropertyDescriptor& property = table.properties[i];
-        WithStorage(field.form, [&](auto storage) {
-            const void* mine = GetMember(a, field);
-            const void* others = GetMember(b, field);
-            if constexpr (Tavik::kIsCounted<decltype(storage)>) {
-                const Tavik::Any* left = Tavik::LoadRef(mine);
-                const Tavik::Any* right = Tavik::LoadRef(others);
-                if (left != right) {
-                    Tavik::DiffAnyPropertiesInt(
-                        left, right, prefix, Suffix(property).c_str(), property.flags, diffs);
-                }
-            } else if (!storage.Equal(mine, others)) {
-                diffs.Add(prefix + Suffix(property));
+        const void* mine = GetMember(a, field);
+        const void* others = GetMember(b, field);
+        if (field.form == Tavik::FieldForm::Object || field.form == Tavik::FieldForm::Array) {
+            const Tavik::Any* left = Tavik::LoadRef(mine);
+            const Tavik::Any* right = Tavik::LoadRef(others);
+            if (left != right) {
+                Tavik::DiffValues(left, right, pathOf(property), property.flags, diffs);
             }
-        });
+        } else if (!AreEqualFields(field.form, mine, others)) {
+            diffs.Add(pathOf(property));
+        }
     }
 }
 

@@ -1,8 +1,8 @@
 #include "tavik/codec/json/property_access.h"
 
+#include "pellum/text/equal.h"
+
 #include <algorithm>
-#include <cstdint>
-#include <cstring>
 #include <string>
 
 namespace Tavik::Json {
@@ -12,38 +12,13 @@ namespace {
 /// Optional properties that are left out in a row, so that the next one is found without looking up its name.
 constexpr std::size_t kMostSkipped = 8;
 
-/// Names are too short for a call to be worth its while.
-bool AreEqual(std::string_view a, std::string_view b) {
-    constexpr std::size_t kStep = sizeof(std::uint64_t);
-    const std::size_t size = a.size();
-    if (size != b.size()) {
-        return false;
-    }
-    std::size_t i = 0;
-    if (size < kStep) {
-        while (i < size && a[i] == b[i]) {
-            ++i;
-        }
-        return i == size;
-    }
-    const auto isEqualAt = [&](std::size_t at) {
-        return std::memcmp(a.data() + at, b.data() + at, kStep) == 0;
-    };
-    for (; i + kStep <= size; i += kStep) {
-        if (!isEqualAt(i)) {
-            return false;
-        }
-    }
-    return isEqualAt(size - kStep);
-}
-
 } // namespace
 
 std::size_t FindPosition(const DataObjectType& type, std::size_t next, std::string_view name) {
     const auto& properties = type.GetProperties();
     const std::size_t end = std::min(next + kMostSkipped, properties.size());
     for (std::size_t position = next; position < end; ++position) {
-        if (AreEqual(name, properties[position]->GetNameText())) {
+        if (Pellum::AreEqual(name, properties[position]->GetNameText())) {
             return position;
         }
     }

@@ -1,3 +1,4 @@
+#include "pellum/object/block_cache.h"
 #include "tavik/type/data_object_type.h"
 #include "tavik/type/type_registry.h"
 #include "tests/sample/api/level5.h"
@@ -19,17 +20,17 @@ using Pellum::MakeRef;
 using Pellum::Ref;
 using Sample::RequiredKinds;
 
-/// Leaves many freed blocks of a size behind that are full of something else.
+/// Leaves freed blocks of a size behind that are full of something else.
 void SoilHeap(std::size_t size) {
     std::vector<void*> blocks(64);
     for (void*& block : blocks) {
-        block = ::operator new(size);
+        block = Pellum::AllocateBlock(size);
         std::memset(block, 0xAA, size);
         // Or the compiler sees that nobody reads it.
         asm volatile("" : : "r"(block) : "memory");
     }
     for (void* block : blocks) {
-        ::operator delete(block);
+        Pellum::FreeBlock(block, size);
     }
 }
 

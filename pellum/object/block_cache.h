@@ -1,0 +1,24 @@
+#pragma once
+
+#include "pellum/export.h"
+
+#include <cstddef>
+
+/// Storage for the many small objects of values. Each thread keeps some of the blocks that it frees and gives
+/// them out again, which takes a few instructions; messages are made and thrown away in great numbers.
+///
+/// Every block is one of `operator new`, at least as large as was asked for: whoever owns it may give it to
+/// `operator delete` instead, and blocks from elsewhere may be freed here when they are large enough. A
+/// thread keeps at most 16 KiB of blocks of each size and gives them back when it ends. Builds with a
+/// sanitizer, debug builds and Windows keep none, so that misuse is found, and because a thread's own data
+/// are slow there.
+namespace Pellum {
+
+/// A block of at least `size` bytes, aligned as by `operator new`; null when out of memory.
+PELLUM_API void* AllocateBlock(std::size_t size) noexcept;
+/// Frees a block that was allocated with the same size. Null does nothing.
+PELLUM_API void FreeBlock(void* block, std::size_t size) noexcept;
+/// Gives back what the calling thread keeps. For threads that have done their work but do not end.
+PELLUM_API void ReleaseCachedBlocks() noexcept;
+
+} // namespace Pellum
