@@ -1,6 +1,7 @@
 #include "types/data/fields.h"
 
 #include "pellum/error/fail_fast.h"
+#include "pellum/text/equal.h"
 #include "tavik/value/clone.h"
 #include "tavik/value/compare.h"
 #include "tavik/value/copy_properties.h"
@@ -24,6 +25,10 @@ FieldLayout Checked(const FieldTable& table, int index) {
         Pellum::FailFast(Pellum::kBadPropertyIndex);
     }
     return table.fields[index];
+}
+
+bool AreEqualBytes(const void* a, const void* b, std::size_t size) {
+    return Pellum::AreEqual({static_cast<const char*>(a), size}, {static_cast<const char*>(b), size});
 }
 
 /// Whether two members that hold no references are equal.
@@ -89,7 +94,7 @@ bool AreFieldsEqual(const FieldTable& table, const Tavik::Any* a, const Tavik::A
         const void* mine = GetMember(a, field);
         const void* others = GetMember(b, field);
         if (field.runFields > 1) {
-            if (std::memcmp(mine, others, field.runBytes) != 0) {
+            if (!AreEqualBytes(mine, others, field.runBytes)) {
                 return false;
             }
             continue;
