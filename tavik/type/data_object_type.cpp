@@ -53,7 +53,7 @@ DataObjectType::DataObjectType(const DataTypeInfo* info, const DataTypeTraits& t
       m_layout(traits.layout),
       m_content(traits.content),
       m_isDeclaredOpen(traits.content != nullptr),
-      m_httpStatus(Pellum::Http::ResponseCode::Find(traits.httpStatus)) {}
+      m_httpStatus(traits.httpStatus != 0 ? Pellum::Http::ResponseCode::Find(traits.httpStatus) : nullptr) {}
 
 DataObjectType::~DataObjectType() = default;
 
@@ -75,48 +75,69 @@ void DataObjectType::Resolve(TypeRegistry& registry) {
                 registry.ReportError(std::string("type ") + GetName() + " is derived from itself");
             } else {
                 m_base = dataBase;
-                m_all = dataBase->m_all;
                 m_content = m_content != nullptr ? m_content : dataBase->m_content;
                 m_httpStatus = m_httpStatus != nullptr ? m_httpStatus : dataBase->m_httpStatus;
             }
         }
     }
-    for (const PropertyDescriptor* row = m_dataInfo->properties; row != nullptr && row->name != nullptr;
-         ++row) {
-        Property property;
-        property.m_descriptor = row;
-        property.m_name = row->name;
+    AddOwnProperties(registry);
+}
+
+void DataObjectType::AddOwnProperties(TypeRegistry& registry) {
+    const PropertyDescriptor* const rows = m_dataInfo->properties;
+    std::size_t count = 0;
+    while (rows != nullptr && rows[count].name != nullptr) {
+        ++count;
+    }
+    if (m_base != nullptr) {
+        m_names = m_base->m_names;
+        m_all.reserve(m_base->m_all.size() + count);
+        m_all = m_base->m_all;
+    }
+    if (count == 0) {
+        return;
+    }
+    m_own.reserve(count);
+    m_all.reserve(m_all.size() + count);
+    for (std::size_t i = 0; i < count; ++i) {
+        const PropertyDescriptor& row = rows[i];
+        Property& property = m_own.emplace_back();
+        property.m_descriptor = &row;
+        property.m_name = row.name;
         property.m_owner = this;
-        property.m_index = static_cast<int>(m_own.size());
+        property.m_index = static_cast<int>(i);
         if (m_layout != nullptr && property.m_index < m_layout->count) {
-            property.m_layout = m_layout->fields[property.m_index];
+            property.m_layout = m_layout->fields[i];
         }
-        property.m_type = registry.FindLoading(row->type);
-        property.m_version = registry.FindLoadingVersion(row->version);
+        property.m_type = registry.FindLoading(row.type);
+        property.m_version = registry.FindLoadingVersion(row.version);
         if (property.m_type == nullptr) {
             registry.ReportError(
-                std::string("type ") + (row->type != nullptr ? row->type->name : "(none)") + " of property "
-                + row->name + " of " + GetName() + " is not registered");
+                std::string("type ") + (row.type != nullptr ? row.type->name : "(none)") + " of property "
+                + row.name + " of " + GetName() + " is not registered");
         }
-        property.m_counted = row->IsArray() || (row->type != nullptr && IsCountedKind(row->type->kind));
-        m_own.push_back(property);
+        property.m_counted = row.IsArray() || (row.type != nullptr && IsCountedKind(row.type->kind));
+        m_all.push_back(&property);
+        m_names.Add(property.m_name);
     }
     WriteKeyTexts();
-    for (const Property& property : m_own) {
-        m_all.push_back(&property);
-    }
-    for (const Property* property : m_all) {
-        m_byName.emplace(property->GetNameText(), property);
-    }
 }
 
 void DataObjectType::WriteKeyTexts() {
+    constexpr std::string_view kBefore = ", ";
+    constexpr std::string_view kBehind = ": ";
+    std::size_t size = 0;
+    for (const Property& property : m_own) {
+        size += property.m_name.size() + kBefore.size() + kBehind.size() + 2; // with quotes
+    }
+    m_keyTexts.reserve(size);
     std::vector<std::size_t> ends;
+    ends.reserve(m_own.size());
     for (const Property& property : m_own) {
         const std::size_t begin = m_keyTexts.size();
-        m_keyTexts += ", ";
-        if (AppendQuoted(m_keyTexts, property.GetName())) {
-            m_keyTexts += ": ";
+        m_keyTexts += kBefore;
+        if (AppendQuoted(m_keyTexts, property.m_name)) {
+            m_keyTexts += kBehind;
         } else {
             m_keyTexts.resize(begin);
         }
@@ -129,8 +150,9 @@ void DataObjectType::WriteKeyTexts() {
 }
 
 const Property* DataObjectType::FindProperty(std::string_view name) const {
-    const auto found = m_byName.find(name);
-    return found == m_byName.end() ? nullptr : found->second;
+    const std::size_t position =
+        m_names.Find(name, [&](std::size_t at) { return m_all[at]->GetNameText() == name; });
+    return position == NameMarks::kNone ? nullptr : m_all[position];
 }
 
 std::size_t DataObjectType::GetPosition(const Property& property) const {

@@ -2,12 +2,12 @@
 
 #include "pellum/http/response_code.h"
 #include "tavik/descriptor/field_layout.h"
+#include "tavik/type/name_marks.h"
 #include "tavik/type/type.h"
 #include "tavik/value/field_storage.h"
 
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace Tavik {
@@ -175,6 +175,7 @@ private:
     /// Connects the type with its base and its properties' types and versions once all of them are
     /// registered.
     void Resolve(TypeRegistry& registry);
+    void AddOwnProperties(TypeRegistry& registry);
     void WriteKeyTexts();
 
     const DataTypeInfo* m_dataInfo;
@@ -187,7 +188,7 @@ private:
     std::vector<Property> m_own;
     std::string m_keyTexts; ///< those of the own properties
     std::vector<const Property*> m_all;
-    std::unordered_map<std::string_view, const Property*> m_byName;
+    NameMarks m_names; ///< of all properties
 };
 
 /// Makes the type object of a record; called by a library's loader function. The runtime owns the object.

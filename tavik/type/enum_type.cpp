@@ -10,7 +10,7 @@ namespace Tavik {
 EnumType::EnumType(const EnumTypeInfo* info, const EnumFuncs* functions)
     : Type(info->type), m_enumInfo(info), m_functions(functions) {
     for (const char* const* tag = info->values; *tag != nullptr; ++tag) {
-        m_values.emplace(*tag, static_cast<std::int32_t>(m_tags.size()));
+        m_names.Add(*tag);
         m_tags.push_back(*tag);
     }
 }
@@ -35,8 +35,8 @@ std::int32_t EnumType::GetValue(const std::string& tag) const {
 }
 
 std::int32_t EnumType::FindValue(std::string_view tag) const {
-    const auto found = m_values.find(tag);
-    return found == m_values.end() ? -1 : found->second;
+    const std::size_t value = m_names.Find(tag, [&](std::size_t at) { return tag == m_tags[at]; });
+    return value == NameMarks::kNone ? -1 : static_cast<std::int32_t>(value);
 }
 
 ArrayBase* EnumType::NewArray() const {

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "tavik/type/name_marks.h"
 #include "tavik/type/type.h"
 
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace Tavik {
@@ -55,7 +55,7 @@ private:
     const EnumTypeInfo* m_enumInfo;
     const EnumFuncs* m_functions;
     std::vector<const char*> m_tags;
-    std::unordered_map<std::string_view, std::int32_t> m_values;
+    NameMarks m_names;
 };
 
 } // namespace Tavik

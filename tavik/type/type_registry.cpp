@@ -7,6 +7,7 @@
 #include "tavik/type/descriptor_compare.h"
 #include "tavik/type/managed_object_type.h"
 #include "tavik/type/pending_loaders.h"
+#include "tavik/type/type_index.h"
 #include "tavik/type/version_graph.h"
 
 #include <algorithm>
@@ -23,9 +24,7 @@ constinit std::atomic<TypeInfoLoader*> gPendingLoaders{nullptr};
 
 /// The look-up tables. Published as a whole and never changed or freed afterwards: readers hold no lock.
 struct TypeRegistry::Index {
-    std::unordered_map<std::string_view, Type*> byName;
-    std::unordered_map<std::string_view, Type*> byWireName;
-    std::unordered_map<const TypeInfo*, Type*> byInfo;
+    TypeIndex types;
     std::unordered_map<std::string_view, const Version*> versions;
 };
 
@@ -41,6 +40,9 @@ struct TypeRegistry::State {
     std::vector<LoadedLibrary> libraries;
     std::vector<std::string> errors;
     std::set<std::string> unknownVersions;
+    /// What was asked for last during a load: rows of one type mostly share the text of their version's name.
+    const char* lastVersionName = nullptr;
+    const Version* lastVersion = nullptr;
 };
 
 namespace {
@@ -86,6 +88,7 @@ TypeRegistry::TypeRegistry() : m_state(std::make_unique<State>()) {
     }
     AddVersions(*index);
     m_state->loading = nullptr;
+    m_state->lastVersionName = nullptr;
     m_state->versions.Seal();
     m_state->published.store(index.get(), std::memory_order_release);
     m_state->indexes.push_back(std::move(index));
@@ -129,6 +132,7 @@ void TypeRegistry::LoadPending(TypeInfoLoader* first) {
         CreateTypes(*loader, created);
     }
     auto index = std::make_unique<Index>(*m_state->published.load(std::memory_order_relaxed));
+    index->types.ReserveMore(created.size());
     for (Type* type : created) {
         AddType(type, *index);
     }
@@ -140,6 +144,7 @@ void TypeRegistry::LoadPending(TypeInfoLoader* first) {
         ResolveType(type);
     }
     m_state->loading = outer;
+    m_state->lastVersionName = nullptr; // whoever loads next may have another text there
     m_state->versions.Seal();
     m_state->published.store(current, std::memory_order_release);
 }
@@ -169,27 +174,20 @@ void TypeRegistry::CreateTypes(const TypeInfoLoader& loader, std::vector<Type*>&
 }
 
 void TypeRegistry::AddType(Type* type, Index& index) {
-    index.byInfo.emplace(&type->GetInfo(), type);
-    const auto [named, isNewName] = index.byName.emplace(type->GetName(), type);
-    const auto [wired, isNewWireName] = index.byWireName.emplace(type->GetWireName(), type);
-    if (isNewName && isNewWireName) {
+    const Type* const known = index.types.Add(type);
+    if (known == nullptr) {
         return;
     }
-    const Type& known = *(isNewName ? wired->second : named->second);
-    const std::string difference = DescribeDifference(known, *type);
-    if (!difference.empty()) {
-        m_state->errors.push_back(
-            std::string("type ") + type->GetName() + " (wire name " + type->GetWireName()
-            + ") clashes with the registered type " + known.GetName() + " (wire name " + known.GetWireName()
-            + "): " + difference + "; the first one stays");
-        // Neither name may lead to a type that the other one does not lead to.
-        if (isNewName) {
-            index.byName.erase(named);
-        }
-        if (isNewWireName) {
-            index.byWireName.erase(wired);
-        }
+    const std::string difference = DescribeDifference(*known, *type);
+    if (difference.empty()) {
+        index.types.AddFreeNames();
+        return;
     }
+    // Neither name may lead to a type that the other one does not lead to.
+    m_state->errors.push_back(
+        std::string("type ") + type->GetName() + " (wire name " + type->GetWireName()
+        + ") clashes with the registered type " + known->GetName() + " (wire name " + known->GetWireName()
+        + "): " + difference + "; the first one stays");
 }
 
 void TypeRegistry::AddVersions(Index& index) const {
@@ -213,18 +211,22 @@ void TypeRegistry::ReportError(std::string error) {
 }
 
 const Type* TypeRegistry::FindLoading(const TypeInfo* info) const {
-    const auto found = m_state->loading->byInfo.find(info);
-    return found == m_state->loading->byInfo.end() ? nullptr : found->second;
+    return m_state->loading->types.FindByInfo(info);
 }
 
 const Version* TypeRegistry::FindLoadingVersion(const char* name) {
     if (name == nullptr) {
         return nullptr;
     }
+    if (name == m_state->lastVersionName) {
+        return m_state->lastVersion;
+    }
     const Version* version = m_state->versions.Find(name);
     if (version == nullptr && m_state->unknownVersions.insert(name).second) {
         m_state->errors.push_back(std::string("no library has registered version ") + name);
     }
+    m_state->lastVersionName = name;
+    m_state->lastVersion = version;
     return version;
 }
 
@@ -233,30 +235,22 @@ const TypeRegistry::Index& TypeRegistry::GetIndex() {
     return *m_state->published.load(std::memory_order_acquire);
 }
 
-namespace {
-
-template <class Map, class Key>
-typename Map::mapped_type FindIn(const Map& map, const Key& key) {
-    const auto found = map.find(key);
-    return found == map.end() ? nullptr : found->second;
-}
-
-} // namespace
-
 const Type* TypeRegistry::FindByName(std::string_view name) {
-    return FindIn(GetIndex().byName, name);
+    return GetIndex().types.FindByName(name);
 }
 
 const Type* TypeRegistry::FindByWireName(std::string_view wireName) {
-    return FindIn(GetIndex().byWireName, wireName);
+    return GetIndex().types.FindByWireName(wireName);
 }
 
 const Type* TypeRegistry::FindByInfo(const TypeInfo* info) {
-    return FindIn(GetIndex().byInfo, info);
+    return GetIndex().types.FindByInfo(info);
 }
 
 const Version* TypeRegistry::FindVersion(std::string_view name) {
-    return FindIn(GetIndex().versions, name);
+    const auto& versions = GetIndex().versions;
+    const auto found = versions.find(name);
+    return found == versions.end() ? nullptr : found->second;
 }
 
 const Version& TypeRegistry::GetVersion(std::string_view name, std::string_view namespaceName) {
@@ -286,16 +280,7 @@ std::vector<const Version*> TypeRegistry::GetVersions() {
 }
 
 std::vector<std::string> TypeRegistry::GetNames() {
-    const Index& index = GetIndex();
-    std::vector<std::string> names;
-    names.reserve(index.byName.size() + index.byWireName.size());
-    for (const auto& entry : index.byName) {
-        names.emplace_back(entry.first);
-    }
-    for (const auto& entry : index.byWireName) {
-        names.emplace_back(entry.first);
-    }
-    return names;
+    return GetIndex().types.GetNames();
 }
 
 std::vector<LoadedLibrary> TypeRegistry::GetLibraries() {
