@@ -11,18 +11,17 @@
 #include <string_view>
 #include <vector>
 
-/// All that the interface's library has registered, and objects of its types to test with. All is borrowed.
+/// All that the libraries of types have registered (the interface, the infrastructure and the tests' own),
+/// and objects of these types to test with. All is borrowed.
 namespace CatalogueTests {
 
 using DataTypes = std::vector<const Tavik::DataObjectType*>;
 
-/// The types of the library, in slot order.
-const std::vector<Tavik::Type*>& GetTypes();
+/// The types of all libraries, library by library in slot order.
+const std::vector<const Tavik::Type*>& GetTypes();
 const DataTypes& GetDataTypes();
 std::vector<const Tavik::EnumType*> GetEnumTypes();
 std::vector<const Tavik::ManagedObjectType*> GetManagedTypes();
-/// Whether the properties of its type describe all that an object holds; open types carry more.
-bool IsDescribed(const Tavik::DataObjectType& type);
 /// Whether the descriptor records lead from one type to the other.
 bool Derives(const Tavik::DataObjectType& type, const Tavik::Type& base);
 /// A data type that is not `declared` and does not derive from it; `number` chooses.
@@ -31,8 +30,7 @@ const Tavik::DataObjectType& GetUnrelatedType(const Tavik::Type& declared, std::
 /// The versions of the interface, oldest first; 9.0 stands last but does not include 6.8.
 constexpr std::size_t kVersionCount = 11;
 const Tavik::Version& GetVersion(std::size_t number);
-/// Whether a version has what `introduced`, a version's full name, has brought. Knows how the versions follow
-/// each other without asking them.
+/// Whether a version has what `introduced`, a version's full name, has brought.
 bool Has(std::size_t number, std::string_view introduced);
 
 /// An object to test with. `seed` is different for each.

@@ -72,7 +72,7 @@ private:
 
     void CompareObjects(const Tavik::DataObject& a, const Tavik::DataObject& b, const std::string& path) {
         const Tavik::DataObjectType& type = *a._GetDataType();
-        if (!IsDescribed(type)) {
+        if (type.IsOpen()) {
             // Only the objects themselves know what they carry.
             Tavik::PropertyDiffSet carried;
             a._DiffProperties(&b, path, carried);
@@ -108,7 +108,9 @@ private:
 };
 
 void VisitParts(const Any& value, const std::function<void(const Any&)>& visit) {
-    visit(value);
+    if (dynamic_cast<const Tavik::Primitive<bool>*>(&value) == nullptr) { // there are two, for all
+        visit(value);
+    }
     if (const auto* object = dynamic_cast<const Tavik::DataObject*>(&value)) {
         for (const Tavik::Property* property : object->_GetDataType()->GetProperties()) {
             if (property->IsCounted() && property->IsSet(object)) {
@@ -266,7 +268,7 @@ std::optional<Changer::Outcome> Changer::ChangeValue(Any& value) {
 }
 
 std::optional<Change> Changer::ChangeObject(Tavik::DataObject& object) {
-    if (!IsDescribed(*object._GetDataType())) {
+    if (object._GetDataType()->IsOpen()) {
         return std::nullopt;
     }
     const auto& properties = object._GetDataType()->GetProperties();

@@ -23,7 +23,8 @@ Pellum::Ref<Tavik::DataObject> Clone(const Tavik::DataObject& object);
 /// The path of every difference between two values, ".disk[2].size"; empty when they hold the same.
 std::vector<std::string> FindDifferences(const Tavik::Any* a, const Tavik::Any* b);
 
-/// The addresses of all objects, arrays, references and boxed values that a value is made of.
+/// The addresses of all objects, arrays, references and boxed values that a value is made of, but for the two
+/// boxed booleans.
 std::set<const Tavik::Any*> CollectParts(const Tavik::Any& value);
 
 /// All objects inside of an object, itself included; borrowed.

@@ -76,7 +76,10 @@ std::string ExpectedDocument::WriteObject(
     const Tavik::DataObject& object, const Tavik::Type* declared, const std::string& path) {
     const Tavik::DataObjectType& type = *object._GetDataType();
     CheckVersion(type.GetInfo(), path);
-    if (!IsDescribed(type)) {
+    if (!m_refusedType.empty()) {
+        return {};
+    }
+    if (type.IsOpen()) {
         // Only the object itself knows what it carries.
         Tavik::PrintOptions options;
         options.showSecrets = m_options.showSecrets;

@@ -46,11 +46,21 @@ Expected AtEnd(const Members& members, std::vector<std::string> words) {
     return {kFirstLine + members.size(), 1, "", std::move(words)};
 }
 
-/// Calls `check` for every property of every type, with the members of a valid document: what is required,
-/// without the property itself.
+/// Calls `check` with an object of every type that takes what it describes and nothing else; secrets are
+/// marked.
+void ForEachDescribed(Fill fill, const std::function<void(const Subject&)>& check) {
+    ForEachObject(fill, [&](const Subject& subject) {
+        if (!subject.type.IsOpen()) {
+            MarkSecrets(*subject.object);
+            check(subject);
+        }
+    });
+}
+
+/// Calls `check` for every property of every such type, with the members of a valid document: what is
+/// required, without the property itself.
 void ForEachProperty(const std::function<void(const Subject&, const Property&, Members)>& check) {
-    ForEachObject(Fill::Least, [&](const Subject& subject) {
-        MarkSecrets(*subject.object);
+    ForEachDescribed(Fill::Least, [&](const Subject& subject) {
         const Members all = ExpectedDocument().WriteMembers(*subject.object);
         for (const Property* property : subject.type.GetProperties()) {
             SCOPED_TRACE(property->GetName());
@@ -76,13 +86,13 @@ void ExpectValueRefused(
 enum class Form { Boolean, Number, Text, Object, Array };
 
 /// A value of some form, and how it is described.
-struct Sample {
+struct WrongValue {
     Form form;
     const char* text;
     const char* found;
 };
 
-constexpr Sample kSamples[] = {
+constexpr WrongValue kWrongValues[] = {
     {Form::Boolean, "true", "found a boolean"}, {Form::Number, "4711", "found a number"},
     {Form::Text, "\"wrong-text\"", "found"},    {Form::Object, "{}", "found an object"},
     {Form::Array, "[]", "found an array"},
@@ -119,7 +129,7 @@ bool MayTake(const Tavik::Type& type, Form form) {
     case TypeKind::PropertyPath: return form == Form::Text;
     case TypeKind::DateTime:
     case TypeKind::Binary:
-    case TypeKind::Enum: return false; // the sample text is none
+    case TypeKind::Enum: return false; // the text above is none
     default: return form == Form::Object;
     }
 }
@@ -176,21 +186,21 @@ TEST(CatalogueErrors, NameThePropertyOfAWrongKind) {
     ForEachProperty([](const Subject& subject, const Property& property, const Members& members) {
         const Tavik::Type& type = *property.GetType();
         const bool isBytes = property.IsArray() && type.GetKind() == TypeKind::Byte;
-        for (const Sample& sample : kSamples) {
-            if (property.IsArray() ? !isBytes && sample.form == Form::Array : MayTake(type, sample.form)) {
+        for (const WrongValue& wrong : kWrongValues) {
+            if (property.IsArray() ? !isBytes && wrong.form == Form::Array : MayTake(type, wrong.form)) {
                 continue;
             }
             const std::string expected = isBytes ? "base64"
                                        : property.IsArray()
                                            ? std::string("expected an array of ") + type.GetWireName()
                                            : DescribeExpected(type);
-            ExpectValueRefused(subject, property, members, sample.text, 0, "", {expected, sample.found});
+            ExpectValueRefused(subject, property, members, wrong.text, 0, "", {expected, wrong.found});
         }
-        for (const Sample& sample : kSamples) {
-            if (property.IsArray() && !isBytes && !MayTake(type, sample.form)) {
+        for (const WrongValue& wrong : kWrongValues) {
+            if (property.IsArray() && !isBytes && !MayTake(type, wrong.form)) {
                 ExpectValueRefused(
-                    subject, property, members, std::string("[") + sample.text + ']', 1, "[0]",
-                    {DescribeExpected(type), sample.found});
+                    subject, property, members, std::string("[") + wrong.text + ']', 1, "[0]",
+                    {DescribeExpected(type), wrong.found});
             }
         }
     });
@@ -219,8 +229,7 @@ TEST(CatalogueErrors, NameThePropertyWithAnotherType) {
 }
 
 TEST(CatalogueErrors, NameThePropertyThatComesTwice) {
-    ForEachObject(Fill::All, [](const Subject& subject) {
-        MarkSecrets(*subject.object);
+    ForEachDescribed(Fill::All, [](const Subject& subject) {
         const Members members = ExpectedDocument().WriteMembers(*subject.object);
         for (const Member& member : members) {
             Members twice = members;
@@ -233,8 +242,7 @@ TEST(CatalogueErrors, NameThePropertyThatComesTwice) {
 }
 
 TEST(CatalogueErrors, NameThePropertyThatIsUnknown) {
-    ForEachObject(Fill::Least, [](const Subject& subject) {
-        MarkSecrets(*subject.object);
+    ForEachDescribed(Fill::Least, [](const Subject& subject) {
         const Members members = ExpectedDocument().WriteMembers(*subject.object);
         for (const std::string name : {"noSuchProperty", "", "Name", "$type2"}) {
             Members more = members;

@@ -1,7 +1,12 @@
+#include "pellum/error/type_mismatch.h"
 #include "pellum/object/optional.h"
-#include "tavik/value/any.h"
+#include "pellum/text/demangle.h"
+#include "tavik/value/mo_ref.h"
+#include "tavik/value/primitive.h"
+#include "tavik/value/scalar_array.h"
 #include "tests/catalogue/catalogue.h"
 #include "tests/catalogue/content.h"
+#include "tests/sample/api/thing.h"
 #include "tests/support/plain_value.h"
 
 #include <gmock/gmock.h>
@@ -37,6 +42,7 @@ void CheckSwap(const Subject& subject, const Tavik::Property& property, Member m
     const auto swap = property.GetOwner().GetDataTypeInfo().swap;
     const bool canBeUnset = property.IsOptional() || property.IsCounted();
     const bool isSet = property.IsSet(object.Get());
+    const void* const held = property.GetFieldPointer(object.Get());
     swap(object.Get(), property.GetIndex(), &member);
     EXPECT_EQ(property.IsSet(object.Get()), !canBeUnset);
     for (const std::string& difference : FindDifferences(subject.object.Get(), object.Get())) {
@@ -44,6 +50,7 @@ void CheckSwap(const Subject& subject, const Tavik::Property& property, Member m
     }
     swap(object.Get(), property.GetIndex(), &member);
     EXPECT_EQ(property.IsSet(object.Get()), isSet);
+    EXPECT_EQ(property.GetFieldPointer(object.Get()), held) << "the member itself, and no copy";
     EXPECT_THAT(FindDifferences(subject.object.Get(), object.Get()), IsEmpty());
 }
 
@@ -56,6 +63,7 @@ TEST(CatalogueFields, CreateMakesAnEmptyObjectOfTheType) {
         for (const Tavik::Property* property : type->GetProperties()) {
             const bool canBeUnset = property->IsOptional() || property->IsCounted();
             EXPECT_EQ(property->IsSet(object.Get()), !canBeUnset) << property->GetName();
+            EXPECT_EQ(property->GetFieldPointer(object.Get()) == nullptr, canBeUnset) << property->GetName();
         }
         EXPECT_TRUE(object->_IsEqual(Ref<Any>(type->New()).Get(), false));
     }
@@ -90,7 +98,44 @@ TEST(CatalogueFields, GetGivesWhatIsSet) {
             EXPECT_EQ(property.Get(subject.object.Get(), &value), &value);
             EXPECT_TRUE(value == *static_cast<const T*>(field));
             property.Set(copy.Get(), &value);
+            auto* const held = static_cast<T*>(const_cast<void*>(property.GetFieldPointer(copy.Get())));
+            EXPECT_TRUE(value == *held);
+            property.Get(copy.Get(), held); // from and to itself
+            property.Set(copy.Get(), held);
             EXPECT_TRUE(value == *static_cast<const T*>(property.GetFieldPointer(copy.Get())));
+            if constexpr (!std::is_same_v<T, bool> && !std::is_same_v<T, std::string>) {
+                if (property.IsOptional()) { // what stands behind the mark stays, and can be read
+                    property.Reset(copy.Get());
+                    T old{};
+                    property.Get(copy.Get(), &old);
+                    EXPECT_TRUE(value == old);
+                }
+            }
+        });
+    });
+}
+
+/// Programs reach fields inline, foreign runtimes by the functions of the records.
+TEST(CatalogueFields, RecordsGiveWhatIsReachedInline) {
+    ForEachProperty([](const Subject& subject, const Tavik::Property& property) {
+        const Tavik::DataTypeInfo& record = property.GetOwner().GetDataTypeInfo();
+        const int index = property.GetIndex();
+        const Tavik::DataObject* const full = subject.object.Get();
+        const Ref<Tavik::DataObject> empty(subject.type.New());
+        for (const Tavik::DataObject* object : {full, static_cast<const Tavik::DataObject*>(empty.Get())}) {
+            EXPECT_EQ(record.isSet(object, index), property.IsSet(object));
+            EXPECT_EQ(record.fieldPointer(object, index), property.GetFieldPointer(object));
+        }
+        if (property.IsCounted()) {
+            Ref<Any> value;
+            EXPECT_EQ(record.get(full, index, &value), &value);
+            EXPECT_EQ(value.Get(), property.GetCounted(full));
+            return;
+        }
+        TestSupport::WithPlainType(property.GetType()->GetKind(), [&]<class T>(std::type_identity<T>) {
+            T value{};
+            EXPECT_EQ(record.get(full, index, &value), &value);
+            EXPECT_TRUE(value == *static_cast<const T*>(property.GetFieldPointer(full)));
         });
     });
 }
@@ -118,11 +163,75 @@ TEST(CatalogueFields, ResetUnsetsOnePropertyOnly) {
         }
         const Ref<Tavik::DataObject> object = Clone(*subject.object);
         property.Reset(object.Get());
+        property.Reset(object.Get()); // of an unset one, too
         EXPECT_FALSE(property.IsSet(object.Get()));
         EXPECT_EQ(property.GetFieldPointer(object.Get()), nullptr);
         EXPECT_THAT(
             FindDifferences(subject.object.Get(), object.Get()),
             ElementsAre(std::string(".") + property.GetName()));
+        // What stands behind an unset mark does not count.
+        const Ref<Tavik::DataObject> empty(subject.type.New());
+        const Ref<Tavik::DataObject> emptied(subject.type.New());
+        TestSupport::RandomObjects(Fill::All, subject.seed).SetRandom(*emptied, property);
+        property.Reset(emptied.Get());
+        EXPECT_TRUE(empty->_IsEqual(emptied.Get(), false));
+    });
+}
+
+TEST(CatalogueFields, GetAndSetCountReferences) {
+    ForEachProperty([](const Subject& subject, const Tavik::Property& property) {
+        if (!property.IsCounted()) {
+            return;
+        }
+        const Ref<Tavik::DataObject> object = Clone(*subject.object);
+        const Ref<Any> held(property.GetCounted(subject.object.Get())->_Clone());
+        const std::int32_t count = held->GetRefCount();
+        property.Set(object.Get(), held.Get());
+        property.Set(object.Get(), held.Get());
+        Ref<Any> out(const_cast<Any*>(property.GetCounted(subject.object.Get())));
+        property.GetOwner().GetDataTypeInfo().get(object.Get(), property.GetIndex(), &out);
+        if (dynamic_cast<const Tavik::Primitive<bool>*>(held.Get())
+            == nullptr) { // of which there are two, for all
+            EXPECT_EQ(held->GetRefCount(), count + 2);
+        }
+        out.Reset();
+        property.Set(object.Get(), nullptr);
+        EXPECT_FALSE(property.IsSet(object.Get()));
+        EXPECT_EQ(held->GetRefCount(), count);
+        if (property.IsArray()) {
+            const Ref<Tavik::ArrayBase> empty(property.GetType()->NewArray());
+            property.Set(object.Get(), static_cast<Any*>(empty.Get()));
+            EXPECT_EQ(empty->GetRefCount(), 2);
+            EXPECT_FALSE(property.IsSet(object.Get()));
+            EXPECT_EQ(property.GetFieldPointer(object.Get()), nullptr);
+        }
+    });
+}
+
+TEST(CatalogueFields, SetRefusesOtherClasses) {
+    const Ref<Any> wrong[] = {
+        Ref<Any>(new Tavik::DynamicData), Ref<Any>(new Tavik::Primitive<std::int32_t>(1)),
+        Ref<Any>(new Tavik::MoRef(&Sample::gSampleThingTypeInfo, "1")), Ref<Any>(new Tavik::Array<float>{1})};
+    ForEachProperty([&](const Subject& subject, const Tavik::Property& property) {
+        if (!property.IsCounted()) {
+            return;
+        }
+        const Any& held = *property.GetCounted(subject.object.Get());
+        const bool takesAll = property.GetType()->GetKind() == Tavik::TypeKind::Any && !property.IsArray();
+        for (const Ref<Any>& value : wrong) {
+            const Any& other = *value;
+            const Ref<Tavik::DataObject> object = Clone(*subject.object);
+            const void* const before = property.GetFieldPointer(object.Get());
+            try {
+                property.Set(object.Get(), value.Get());
+                EXPECT_TRUE(takesAll || typeid(other) == typeid(held)) << other.ToString();
+            } catch (const Pellum::TypeMismatchException& mismatch) {
+                EXPECT_FALSE(takesAll);
+                EXPECT_EQ(mismatch.GetReceived(), Pellum::Demangle(typeid(other)));
+                EXPECT_EQ(property.GetFieldPointer(object.Get()), before);
+                EXPECT_EQ(value->GetRefCount(), 1);
+            }
+        }
     });
 }
 

@@ -47,6 +47,9 @@ TEST(CatalogueJson, ReadsBackWhatItWrote) {
 
 TEST(CatalogueJson, ReadsMembersInAnyOrder) {
     ForEachObject(Fill::All, [](const Subject& subject) {
+        if (subject.type.IsOpen()) {
+            return;
+        }
         Members members = ExpectedDocument().WriteMembers(*subject.object);
         std::reverse(members.begin(), members.end());
         const Ref<Any> back = Tavik::Json::Decode(WriteLines(subject.type, members));

@@ -190,6 +190,7 @@ TEST(ManagedRecords, DescribeEveryMethodAndProperty) {
         EXPECT_NE(record.Pointer(24), nullptr);
 
         ASSERT_EQ(record.Pointer(28), FindMethodObjects(expected.name));
+        totals.extents.Add(record.Pointer(28), (expected.methods + expected.properties) * sizeof(void*));
         ASSERT_EQ(type.GetMethodObjects().size(), expected.methods + expected.properties);
         for (std::size_t i = 0; i < type.GetMethodObjects().size(); ++i) {
             EXPECT_EQ(Raw(record.Pointer(28)).Pointer(i * sizeof(void*)), type.GetMethodObjects()[i].get());

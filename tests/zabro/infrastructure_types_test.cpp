@@ -2,11 +2,8 @@
 #include "tavik/descriptor/builtin.h"
 #include "tavik/managed/create_stub.h"
 #include "tavik/type/managed_object_type.h"
-#include "tavik/value/compare.h"
 #include "tavik/value/property_diff_set.h"
 #include "tavik/value/validate.h"
-#include "tests/support/managed_calls.h"
-#include "tests/support/random_object.h"
 #include "tests/support/recording_adapter.h"
 #include "tests/zabro/client/own_spec.h"
 #include "tests/zabro/client/own_task.h"
@@ -160,26 +157,7 @@ TEST(InfrastructureTypes, OfFaultsCarryWhatTheyAreTold) {
         Json::DecodeError);
 }
 
-TEST(InfrastructureTypes, OfAnyContentSurviveEncodingAndDecoding) {
-    for (unsigned seed = 1; seed <= 20; ++seed) {
-        TestSupport::RandomObjects random(TestSupport::RandomObjects::Fill::Some, seed);
-        for (const DataObjectType* type : TestSupport::AllDataTypes()) {
-            const auto object = random.Make(*type);
-            EXPECT_THAT(Validate(object.Get()), IsEmpty()) << object->ToString();
-            const auto same = Json::Decode(Json::Encode(object.Get()));
-            EXPECT_TRUE(AreEqualAnysInt(object.Get(), same.Get(), 0, false)) << object->ToString();
-            const Pellum::Ref<Any> clone(object->_Clone());
-            EXPECT_TRUE(AreEqualAnysInt(clone.Get(), same.Get(), 0, true));
-        }
-    }
-}
-
 TEST(InfrastructureTypes, AreInterfacesForTypesOfOtherLibraries) {
-    int calls = 0;
-    for (const ManagedObjectType* type : TestSupport::AllManagedTypes()) {
-        calls += TestSupport::ExpectCallsToPass(*type, 1);
-    }
-    EXPECT_EQ(calls, 3 + 2 + 1);
     const auto adapter = Pellum::MakeRef<TestSupport::RecordingAdapter>();
     const auto make = [&](const TypeInfo& type) {
         return CreateStub(Pellum::MakeRef<MoRef>(&type, "id").Get(), adapter.Get());
