@@ -1,15 +1,9 @@
-#include "tavik/type/data_object_type.h"
-#include "tavik/type/type_registry.h"
-#include "tavik/value/primitive.h"
-#include "tests/sample/api/level5.h"
 #include "tests/sample/api/node.h"
-#include "tests/sample/api/point.h"
 #include "tests/sample/api/required_kinds.h"
-#include "tests/support/random_object.h"
 #include "types/api/core/computer_spec.h"
 #include "types/api/core/diagnostic_manager.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -133,82 +127,6 @@ TEST(Accessors, OfArraysMakeThemOnRead) {
     EXPECT_STREQ(Morvane::DiagnosticManager::BUNDLECONTENT_WORKERLOGS, "workerLogs");
     bundle->SetContent(nullptr);
     EXPECT_FALSE(bundle->IsSetContent());
-}
-
-TEST(Clone, SharesNothing) {
-    const auto node = MakeRef<Sample::Node>();
-    node->SetLabel("label");
-    node->SetN(MakeRef<Sample::Node>().Get());
-    node->GetChildren()->Append(MakeRef<Sample::Node>().Get());
-    node->GetChildren()->Append(nullptr);
-    node->SetAny(MakeRef<Sample::Level5>().Get());
-
-    const Ref<Sample::Node> clone(node->_Clone());
-    EXPECT_EQ(clone->GetRefCount(), 1);
-    EXPECT_TRUE(clone->_IsEqual(node.Get(), false));
-    EXPECT_NE(clone->PeekLabel(), node->PeekLabel());
-    EXPECT_NE(clone->GetN(), node->GetN());
-    EXPECT_NE(clone->GetChildren(), node->GetChildren());
-    EXPECT_EQ(clone->GetChildren()->GetLength(), 2U);
-    EXPECT_NE((*clone->GetChildren())[0], (*node->GetChildren())[0]);
-    EXPECT_EQ(clone->GetN()->GetRefCount(), 1);
-    EXPECT_NE(dynamic_cast<Sample::Level5*>(clone->GetAny()), nullptr) << "the class of a part is kept";
-
-    const std::string before = node->ToString();
-    clone->SetLabel("other");
-    clone->GetN()->SetLabel("other");
-    (*clone->GetChildren())[0]->SetLabel("other");
-    static_cast<Sample::Level5&>(*clone->GetAny()).SetFirst("other");
-    EXPECT_EQ(node->ToString(), before);
-}
-
-/// Of every type: a clone is equal, prints the same, and is made of other objects throughout.
-TEST(Clone, OfEveryTypeIsEqual) {
-    Tavik::TypeRegistry::Instance().Load();
-    TestSupport::RandomObjects random(TestSupport::RandomObjects::Fill::All);
-    for (const Tavik::DataObjectType* type : TestSupport::AllDataTypes()) {
-        SCOPED_TRACE(type->GetName());
-        const Ref<Tavik::DataObject> object = random.Make(*type);
-        const Ref<Tavik::Any> clone(object->_Clone());
-        ASSERT_TRUE(clone);
-        EXPECT_EQ(clone->_GetType(), type);
-        EXPECT_TRUE(object->_IsEqual(clone.Get(), false));
-        EXPECT_TRUE(clone->_IsEqual(object.Get(), true));
-        EXPECT_EQ(object->ToString(), clone->ToString());
-        for (const Tavik::Property* property : type->GetProperties()) {
-            const void* mine = property->GetFieldPointer(object.Get());
-            const bool isSharedBoolean = mine == Tavik::Primitive<bool>::Factory::sTrue
-                                      || mine == Tavik::Primitive<bool>::Factory::sFalse;
-            if (mine != nullptr && !isSharedBoolean) {
-                EXPECT_NE(mine, property->GetFieldPointer(clone.Get())) << property->GetName();
-            }
-        }
-        const Ref<Tavik::DataObject> empty(type->New());
-        const Ref<Tavik::DataObject> another(type->New());
-        EXPECT_TRUE(empty->_IsEqual(another.Get(), false));
-        EXPECT_TRUE(empty->_IsEqual(another.Get(), true));
-    }
-}
-
-TEST(Equality, OfALocationFollowsTheRules) {
-    const auto a = MakeRef<Location>();
-    const auto b = MakeRef<Location>();
-    a->SetPort(902);
-    EXPECT_FALSE(a->_IsEqual(b.Get(), false));
-    EXPECT_TRUE(a->_IsEqual(b.Get(), true));
-    EXPECT_FALSE(b->_IsEqual(a.Get(), true));
-    b->SetPort(902);
-    b->UnsetPort();
-    a->UnsetPort();
-    EXPECT_TRUE(a->_IsEqual(b.Get(), false)) << "what stands behind an unset mark does not count";
-    b->SetHostname("h");
-    EXPECT_FALSE(a->_IsEqual(b.Get(), true));
-    Tavik::PropertyDiffSet diffs;
-    b->SetVerifyPeer(false);
-    a->_DiffProperties(b.Get(), "location", diffs);
-    EXPECT_THAT(
-        std::vector<std::string>(diffs.begin(), diffs.end()),
-        testing::ElementsAre("location.hostname", "location.verifyPeer"));
 }
 
 } // namespace

@@ -1,11 +1,7 @@
-#include "tavik/type/enum_type.h"
-#include "tavik/type/managed_object_type.h"
-#include "tavik/type/type_registry.h"
 #include "tests/sample/api/any.h"
 #include "tests/sample/api/class.h"
 #include "tests/sample/api/exception.h"
 #include "tests/sample/api/get_x.h"
-#include "tests/sample/api/interface.h"
 
 #include <gtest/gtest.h>
 
@@ -13,11 +9,9 @@
 namespace {
 
 using Pellum::MakeRef;
-using Pellum::Ref;
 namespace Awkward = Sample::Namespace::Class;
 
 TEST(AwkwardNames, AreUsedLikeOthers) {
-    Tavik::TypeRegistry::Instance().Load();
     const auto object = MakeRef<Awkward::Class>();
     object->SetClass("c");
     object->SetNew(1);
@@ -38,16 +32,6 @@ TEST(AwkwardNames, AreUsedLikeOthers) {
     EXPECT_EQ(object->GetRefCount_().GetValue(), 7);
     EXPECT_EQ(static_cast<const Tavik::Any&>(*object).GetRefCount(), 1);
 
-    const Ref<Awkward::Class> clone(object->_Clone());
-    EXPECT_TRUE(clone->_IsEqual(object.Get(), false));
-    clone->GetOperator()->SetTable("t");
-    Tavik::PropertyDiffSet diffs;
-    object->_DiffProperties(clone.Get(), "", diffs);
-    ASSERT_EQ(diffs.GetSize(), 1U);
-    EXPECT_EQ(diffs[0], ".operator.table");
-    const std::string text = object->ToString();
-    EXPECT_NE(text.find(R"("enum": "nullptr", "type": "xor")"), std::string::npos);
-    EXPECT_NE(text.find(R"("refCount": 7)"), std::string::npos);
     EXPECT_STREQ(Awkward::Class::TYPE_NEW, "new");
 }
 
@@ -61,9 +45,6 @@ TEST(AwkwardNames, MayRepeatTheirClass) {
     any->SetAny(any->GetObject());
     string->SetAny(MakeRef<Awkward::Any>().Get());
     EXPECT_EQ(string->GetRefCount(), 4);
-    const Ref<Awkward::Any> clone(any->_Clone());
-    EXPECT_TRUE(clone->_IsEqual(any.Get(), false));
-
     const auto accessor = MakeRef<Awkward::GetX>();
     accessor->SetX(1);
     accessor->SetGetX(2);
@@ -77,21 +58,6 @@ TEST(AwkwardNames, MayRepeatTheirClass) {
     fault->SetThrow("t");
     EXPECT_EQ(fault->GetWhat(), "w");
     EXPECT_EQ(fault->PeekThrow()->size(), 1U);
-}
-
-TEST(AwkwardNames, AreFoundByName) {
-    auto& registry = Tavik::TypeRegistry::Instance();
-    registry.Load();
-    EXPECT_EQ(
-        registry.FindByName("sample.namespace.class.Class.Type"), Tavik::GetEnumType<Awkward::Class::Type>());
-    const Tavik::Type* interface = registry.FindByWireName("SampleInterface");
-    ASSERT_EQ(interface, Tavik::GetMoType<Awkward::Interface>());
-    const auto& record = static_cast<const Tavik::ManagedObjectType*>(interface)->GetManagedTypeInfo();
-    EXPECT_EQ(record.propertyIndex("interface", 9), 0);
-    EXPECT_EQ(record.propertyIndex("register", 8), 1);
-    EXPECT_EQ(record.propertyIndex("register", 7), -1);
-    EXPECT_EQ(record.propertyIndex("Register", 8), -1);
-    EXPECT_STREQ(record.methods[1].name, "new");
 }
 
 } // namespace
