@@ -287,13 +287,4 @@ TEST(RuntimeFaults, SayWhatIsWrongAsContent) {
     EXPECT_TRUE(MakeRef<InvalidArgument>("", "")->_GetContent().IsEmpty());
 }
 
-TEST(HttpMapping, IsThatOfTheNearestBase) {
-    using namespace Orlin::Fault;
-    EXPECT_EQ(MakeRef<InvalidArgument>()->GetHttpMapping().code, 400);
-    EXPECT_EQ(MakeRef<InvalidRequest>()->GetHttpMapping().code, 400);
-    EXPECT_EQ(MakeRef<ManagedObjectNotFound>()->GetHttpMapping().code, 404);
-    EXPECT_EQ(MakeRef<SystemError>()->GetHttpMapping().code, 500);
-    EXPECT_EQ(MakeRef<Sample::BadlyFailed>()->GetHttpMapping().code, 500);
-}
-
 } // namespace

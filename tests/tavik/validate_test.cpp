@@ -32,17 +32,6 @@ std::vector<std::string> Problems(const Tavik::Any* value, const char* version =
     return texts;
 }
 
-TEST(Validate, AcceptsEveryValidObject) {
-    Tavik::TypeRegistry::Instance().Load();
-    for (unsigned seed = 1; seed <= 5; ++seed) {
-        TestSupport::RandomObjects random(TestSupport::RandomObjects::Fill::Some, seed);
-        for (const Tavik::DataObjectType* type : TestSupport::AllDataTypes()) {
-            const Ref<Tavik::DataObject> object = random.Make(*type);
-            EXPECT_THAT(Problems(object.Get()), testing::IsEmpty()) << object->ToString();
-        }
-    }
-}
-
 TEST(Validate, FindsEverythingThatIsWrong) {
     Tavik::TypeRegistry::Instance().Load();
     TestSupport::RandomObjects random;
@@ -82,19 +71,6 @@ TEST(Validate, LooksIntoArraysAndAnyType) {
     const auto arrays = MakeRef<Sample::ArrayKinds>();
     arrays->GetIntList();
     EXPECT_THAT(Problems(arrays.Get()), testing::Contains("intList: is required and has no element"));
-}
-
-TEST(Validate, KnowsTheVersion) {
-    const auto node = MakeRef<Sample::Node>();
-    const auto late = MakeRef<Sample::Level5>();
-    late->SetPoint(MakeRef<Sample::Point>().Get());
-    node->SetAny(late.Get());
-    EXPECT_THAT(Problems(node.Get()), testing::IsEmpty());
-    EXPECT_THAT(Problems(node.Get(), "sample.version.version2"), testing::IsEmpty());
-    EXPECT_THAT(
-        Problems(node.Get(), "sample.version.version3"),
-        testing::ElementsAre(
-            "any: is of type sample.Level5, which version sample.version.version3 does not have"));
 }
 
 } // namespace
