@@ -1,6 +1,7 @@
 #include "tavik/value/open_content.h"
 
 #include "pellum/error/exception.h"
+#include "tavik/codec/json/json.h"
 #include "tavik/type/data_object_type.h"
 #include "tavik/type/type_registry.h"
 #include "tavik/value/compare.h"
@@ -42,6 +43,11 @@ OpenContent Make(const Write& write) {
     OpenContentWriter writer(content);
     write(writer);
     return content;
+}
+
+/// The content of a document's members.
+OpenContent Read(const std::string& members) {
+    return Tavik::Json::DecodeAs<Sample::Bag>('{' + members + '}')->_GetContent();
 }
 
 /// {"name": "box", "size": 1.50, "lid": null, "part": [{"id": 1, "on": true}, [], {}]}
@@ -223,119 +229,52 @@ TEST(OpenContentWriter, RefusesASecondMemberInTheSameObjectOnly) {
 
 /// Two contents, and what tells them apart.
 struct ComparisonCase {
-    Write a;
-    Write b;
+    const char* a;
+    const char* b;
     std::vector<std::string> diffs;
     bool matches; ///< `a` the pattern `b`
 };
 
-/// Writes members with texts for values: "name", "value", ...
-Write Members(std::vector<std::pair<const char*, const char*>> members) {
-    return [members = std::move(members)](OpenContentWriter& writer) {
-        for (const auto& [name, value] : members) {
-            EXPECT_TRUE(writer.Name(name));
-            writer.Number(value);
-        }
-    };
-}
-
-Write Text(const char* name, const char* text) {
-    return [=](OpenContentWriter& writer) {
-        EXPECT_TRUE(writer.Name(name));
-        writer.String(text);
-    };
-}
-
-Write Boolean(const char* name, bool value) {
-    return [=](OpenContentWriter& writer) {
-        EXPECT_TRUE(writer.Name(name));
-        writer.Boolean(value);
-    };
-}
-
-Write Null(const char* name) {
-    return [=](OpenContentWriter& writer) {
-        EXPECT_TRUE(writer.Name(name));
-        writer.Null();
-    };
-}
-
-Write Object(const char* name, const Write& inside) {
-    return [=](OpenContentWriter& writer) {
-        EXPECT_TRUE(writer.Name(name));
-        writer.BeginObject();
-        inside(writer);
-        writer.EndObject();
-    };
-}
-
-/// [1, 2, {"x": 3}] up to `count` elements, the object with `x` as its value.
-Write List(int count, const char* x) {
-    return [=](OpenContentWriter& writer) {
-        EXPECT_TRUE(writer.Name("list"));
-        writer.BeginArray();
-        for (int i = 0; i < count; ++i) {
-            if (i != 2) {
-                writer.Number(std::to_string(i + 1));
-                continue;
-            }
-            writer.BeginObject();
-            Members({{"x", x}})(writer);
-            writer.EndObject();
-        }
-        writer.EndArray();
-    };
-}
-
 TEST(OpenContent, ComparesByNameAndByPosition) {
     const ComparisonCase cases[] = {
-        {Members({}), Members({}), {}, true},
-        {Members({{"a", "1"}, {"b", "2"}}), Members({{"b", "2"}, {"a", "1"}}), {}, true},
-        {Members({{"a", "1"}, {"b", "2"}}), Members({{"b", "2"}, {"a", "3"}}), {".a"}, false},
-        {Members({{"a", "1"}, {"b", "2"}}), Members({{"b", "2"}}), {".a"}, true},
-        {Members({{"b", "2"}}), Members({{"a", "1"}, {"b", "2"}}), {".a"}, false},
-        {Members({{"a", "1"}}), Members({{"b", "1"}}), {".a", ".b"}, false},
-        {Members({{"a", "1"}}), Members({{"a", "1.0"}}), {".a"}, false},
-        {Members({{"c", "1"}, {"a", "1"}, {"b", "1"}}),
-         Members({{"a", "2"}, {"b", "2"}, {"c", "2"}, {"d", "2"}}),
-         {".c", ".a", ".b", ".d"},
+        {"", "", {}, true},
+        {R"("a": 1, "b": 2)", R"("b": 2, "a": 1)", {}, true},
+        {R"("a": 1, "b": 2)", R"("b": 2, "a": 3)", {".a"}, false},
+        {R"("a": 1, "b": 2)", R"("b": 2)", {".a"}, true},
+        {R"("b": 2)", R"("a": 1, "b": 2)", {".a"}, false},
+        {R"("a": 1)", R"("b": 1)", {".a", ".b"}, false},
+        {R"("a": 1)", R"("a": 1.0)", {".a"}, false},
+        {R"("c": 1, "a": 1, "b": 1)", R"("a": 2, "b": 2, "c": 2, "d": 2)", {".c", ".a", ".b", ".d"}, false},
+        {R"("a": "1")", R"("a": 1)", {".a"}, false},
+        {R"("a": "null")", R"("a": null)", {".a"}, false},
+        {R"("a": true)", R"("a": false)", {".a"}, false},
+        {R"("a": null)", R"("a": null)", {}, true},
+        {R"("a": null)", "", {".a"}, true},
+        {"", R"("a": null)", {".a"}, false},
+        {R"("o": {"a": 1, "b": 2})", R"("o": {"b": 3})", {".o.a", ".o.b"}, false},
+        {R"("o": {"a": 1, "b": 2})", R"("o": {"b": 2})", {".o.a"}, true},
+        {R"("o": {"a": 1})", R"("o": {})", {".o.a"}, true},
+        {R"("o": {})", R"("o": 1)", {".o"}, false},
+        {R"("two words": {"": {"a.b": 1}})",
+         R"("two words": {"": {"a.b": 2}})",
+         {".\"two words\".\"\".\"a.b\""},
          false},
-        {Text("a", "1"), Members({{"a", "1"}}), {".a"}, false},
-        {Text("a", "null"), Null("a"), {".a"}, false},
-        {Boolean("a", true), Boolean("a", false), {".a"}, false},
-        {Null("a"), Null("a"), {}, true},
-        {Null("a"), Members({}), {".a"}, true},
-        {Members({}), Null("a"), {".a"}, false},
-        {Object("o", Members({{"a", "1"}, {"b", "2"}})),
-         Object("o", Members({{"b", "3"}})),
-         {".o.a", ".o.b"},
-         false},
-        {Object("o", Members({{"a", "1"}, {"b", "2"}})), Object("o", Members({{"b", "2"}})), {".o.a"}, true},
-        {Object("o", Members({{"a", "1"}})), Object("o", Members({})), {".o.a"}, true},
-        {Object("o", Members({})), Members({{"o", "1"}}), {".o"}, false},
-        {Object("two words", Object("", Members({{"a.b", "1"}}))),
-         Object("two words", Object("", Members({{"a.b", "2"}}))),
-         {R"(."two words"."".)"
-          R"("a.b")"},
-         false},
-        {List(3, "3"), List(3, "3"), {}, true},
-        {List(3, "3"), List(3, "4"), {".list[2].x"}, false},
-        {List(5, "3"), List(3, "3"), {".list[3]", ".list[4]"}, false},
-        {List(1, "3"), List(3, "3"), {".list[1]", ".list[2]"}, false},
-        {List(0, ""), Object("list", Members({})), {".list"}, false},
+        {R"("l": [1, 2, {"x": 3}])", R"("l": [1, 2, {"x": 3}])", {}, true},
+        {R"("l": [1, 2, {"x": 3}])", R"("l": [1, 2, {"x": 4}])", {".l[2].x"}, false},
+        {R"("l": [1, 2, {"x": 3}, 4, 5])", R"("l": [1, 2, {"x": 3}])", {".l[3]", ".l[4]"}, false},
+        {R"("l": [1])", R"("l": [1, 2, {"x": 3}])", {".l[1]", ".l[2]"}, false},
+        {R"("l": [])", R"("l": {})", {".l"}, false},
     };
-    int number = 0;
     for (const ComparisonCase& test : cases) {
-        SCOPED_TRACE(number++);
-        const OpenContent a = Make(test.a);
-        const OpenContent b = Make(test.b);
+        SCOPED_TRACE(std::string(test.a) + " and " + test.b);
+        const OpenContent a = Read(test.a);
+        const OpenContent b = Read(test.b);
         EXPECT_EQ(a.IsEqual(b, false), test.diffs.empty());
         EXPECT_EQ(b.IsEqual(a, false), test.diffs.empty());
         EXPECT_EQ(a.IsEqual(b, true), test.matches);
         EXPECT_EQ(DiffContent(a, b), test.diffs);
     }
-    EXPECT_THAT(
-        DiffContent(Make(Members({{"a", "1"}})), Make(Members({})), "config"), ElementsAre("config.a"));
+    EXPECT_THAT(DiffContent(Read(R"("a": 1)"), Read(""), "config"), ElementsAre("config.a"));
 }
 
 // Comparing each property with each would run into the time limit of tests.
@@ -484,7 +423,7 @@ TEST(OpenObject, HidesSecretsByTheirNames) {
     for (const auto& row : names) {
         EXPECT_EQ(Tavik::IsSecretName(row.name), row.isSecret) << row.name;
         const auto bag = MakeRef<Sample::Bag>();
-        bag->_GetContent() = Make(Object(row.name, Text("a", "sesame")));
+        bag->_GetContent() = Read('"' + std::string(row.name) + R"(": {"a": "sesame"})");
         EXPECT_EQ(bag->ToString().find("sesame") == std::string::npos, row.isSecret) << row.name;
         EXPECT_EQ(bag->ToString().find("\"***\"") != std::string::npos, row.isSecret) << row.name;
     }
@@ -493,20 +432,7 @@ TEST(OpenObject, HidesSecretsByTheirNames) {
 TEST(OpenObject, HidesSecretsAtAnyDepth) {
     const auto holder = MakeRef<Sample::BagHolder>();
     holder->SetBag(new Sample::Bag);
-    {
-        OpenContentWriter writer(holder->GetBag()->_GetContent());
-        EXPECT_TRUE(writer.Name("users"));
-        writer.BeginArray();
-        for (const char* name : {"token", "name"}) {
-            writer.BeginObject();
-            EXPECT_TRUE(writer.Name(name));
-            writer.BeginArray();
-            writer.String("sesame");
-            writer.EndArray();
-            writer.EndObject();
-        }
-        writer.EndArray();
-    }
+    holder->GetBag()->_GetContent() = Read(R"("users": [{"token": ["sesame"]}, {"name": ["sesame"]}])");
     EXPECT_EQ(
         holder->ToString(),
         R"({"$type": "SampleBagHolder", "bag": {"users": [{"token": "***"}, {"name": ["sesame"]}]}})");
@@ -519,15 +445,7 @@ TEST(OpenObject, HidesSecretsAtAnyDepth) {
 
 TEST(OpenObject, IsPrintedOverSeveralLines) {
     const auto bag = MakeRef<Sample::Bag>();
-    bag->_GetContent() = Make([](OpenContentWriter& writer) {
-        List(3, "3")(writer);
-        EXPECT_TRUE(writer.Name("flat"));
-        writer.BeginArray();
-        writer.Number("1");
-        writer.Null();
-        writer.EndArray();
-        Object("none", Members({}))(writer);
-    });
+    bag->_GetContent() = Read(R"("list": [1, 2, {"x": 3}], "flat": [1, null], "none": {})");
     Tavik::PrintOptions options;
     options.indent = 2;
     EXPECT_EQ(Tavik::Print(bag.Get(), options), R"({
@@ -550,7 +468,11 @@ TEST(OpenObject, IsValidatedInside) {
     bag->SetLabel("l");
     holder->SetBag(bag.Get());
     bag->_GetContent() = Make([](OpenContentWriter& writer) {
-        Object("label", Members({{"label", "1"}}))(writer); // the inner one is nobody's
+        EXPECT_TRUE(writer.Name("label"));
+        writer.BeginObject();
+        EXPECT_TRUE(writer.Name("label")); // the inner one is nobody's
+        writer.Number("1");
+        writer.EndObject();
         EXPECT_TRUE(writer.Name("$type"));
         writer.Null();
         EXPECT_TRUE(writer.Name("texts"));
