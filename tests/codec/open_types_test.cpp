@@ -5,8 +5,6 @@
 #include "tests/sample/api/bag.h"
 #include "tests/sample/api/bag_holder.h"
 #include "tests/sample/api/labelled_bag.h"
-#include "tests/support/random_object.h"
-#include "tests/support/small_stack.h"
 
 #include <gmock/gmock.h>
 
@@ -145,21 +143,6 @@ TEST(OpenTypesTest, KeepToTheLimitsInside) {
     EXPECT_FALSE(accepts(Bag(R"("a": [1, {"b": null}, 2])")));
 }
 
-TEST(OpenTypesTest, TakeTheDeepestNestingOnASmallStack) {
-    Json::DecodeOptions options;
-    options.limits.depth = Json::kMaxDepth;
-    const std::size_t depth = (Json::kMaxDepth - 1) / 2;
-    const std::string text = Bag("\"a\": " + Repeat(R"([{"a": )", depth) + "1" + Repeat("}]", depth));
-    Pellum::Ref<Any> value = Json::Decode(text, options); // the parser takes stack for every level
-    TestSupport::RunOnSmallStack([&] {
-        Pellum::Ref<Any> clone(value->_Clone());
-        EXPECT_TRUE(AreEqualAnysInt(value.Get(), clone.Get(), 0, false));
-        EXPECT_EQ(Json::Encode(clone.Get()), text);
-        clone.Reset();
-        value.Reset();
-    });
-}
-
 TEST(OpenTypesTest, AreReadTheSameAgainOrRefusedHoweverTheTextIsChanged) {
     const std::string document = R"({"$type": "SampleLabelledBag", "label": "l", "a": [1.50, {"b": null, )"
                                  R"("c": "\u00e4"}, []], "inner": {"x": {"y": [true, -1e5]}}, "z": {}})";
@@ -216,22 +199,6 @@ TEST(OpenTypesTest, AreNotWrittenWithAMemberTwice) {
             EXPECT_THAT(std::string(error.what()), HasSubstr(name));
         }
     }
-}
-
-TEST(OpenTypesTest, OfAnyContentSurviveEncodingAndDecoding) {
-    std::size_t open = 0;
-    for (unsigned seed = 1; seed <= 50; ++seed) {
-        TestSupport::RandomObjects random(TestSupport::RandomObjects::Fill::Some, seed);
-        for (const DataObjectType* type : TestSupport::AllDataTypes()) {
-            if (type->IsOpen()) {
-                ++open;
-                const auto object = random.Make(*type);
-                const auto same = Json::Decode(Json::Encode(object.Get()));
-                EXPECT_TRUE(AreEqualAnysInt(object.Get(), same.Get(), 0, false)) << object->ToString();
-            }
-        }
-    }
-    EXPECT_GT(open, 0U);
 }
 
 } // namespace
