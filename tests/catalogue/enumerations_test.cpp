@@ -4,6 +4,7 @@
 #include "tavik/type/version.h"
 #include "tavik/value/primitive.h"
 #include "tavik/value/scalar_array.h"
+#include "tavik/value/validate.h"
 #include "tests/catalogue/catalogue.h"
 #include "tests/catalogue/document.h"
 #include "types/api/task/task_info.h"
@@ -152,6 +153,7 @@ TEST(CatalogueEnumerations, AreRefusedByOlderVersions) {
             Tavik::Json::EncodeOptions options;
             options.version = &GetVersion(i);
             const std::string error = GetError([&] { Tavik::Json::Encode(boxed.Get(), options); });
+            EXPECT_EQ(Tavik::Validate(boxed.Get(), &GetVersion(i)).empty(), Has(i, type.GetInfo().version));
             if (Has(i, type.GetInfo().version)) {
                 EXPECT_EQ(error, "none");
             } else {

@@ -1,6 +1,7 @@
 #include "tavik/type/data_object_type.h"
 #include "tavik/type/type_of.h"
 #include "tavik/type/type_registry.h"
+#include "tests/sample/api/bag_holder.h"
 #include "tests/sample/api/level4.h"
 #include "tests/sample/api/required_kinds.h"
 #include "tests/support/death.h"
@@ -52,6 +53,8 @@ TEST(RequiredPropertyDeathTest, IsNotReset) {
     const Tavik::DataTypeInfo& record = Tavik::GetDoType<Location>()->GetDataTypeInfo();
     EXPECT_TRAP(record.reset(object.Get(), 0));
     EXPECT_TRAP(record.reset(object.Get(), 5));
+    const auto holder = Pellum::MakeRef<Sample::BagHolder>();
+    EXPECT_TRAP(Tavik::GetDoType<Sample::BagHolder>()->GetDataTypeInfo().reset(holder.Get(), 0));
     // A type's own properties only: those of its bases have functions of their own.
     const auto derived = Pellum::MakeRef<Sample::Level3>();
     EXPECT_TRAP(Tavik::GetDoType<Sample::Level3>()->GetDataTypeInfo().reset(derived.Get(), 2));
