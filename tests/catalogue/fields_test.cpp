@@ -58,7 +58,6 @@ TEST(CatalogueFields, CreateMakesAnEmptyObjectOfTheType) {
     for (const Tavik::DataObjectType* type : GetDataTypes()) {
         SCOPED_TRACE(type->GetName());
         const Ref<Tavik::DataObject> object(type->New());
-        EXPECT_EQ(object->_GetDataType(), type);
         EXPECT_EQ(object->_GetType(), type);
         for (const Tavik::Property* property : type->GetProperties()) {
             const bool canBeUnset = property->IsOptional() || property->IsCounted();

@@ -88,9 +88,6 @@ INSTANTIATE_TEST_SUITE_P(
             "linux_machine.json", "6.6", "hardwareInfo.storage.volume[1].xfsFeatures: property \"crc\"",
             "osInfo.rsync is left out: it came with 9.0"},
         TooYoung{
-            "linux_machine.json", "3.0", "hardwareInfo.storage.disk[0]: property \"gpt\"",
-            "hardwareInfo.storage.volume[5].extfsFeatures.extent is left out: it came with 4.0"},
-        TooYoung{
             "windows_machine.json", "1.0",
             ":2:12: error: type MorvaneComputerInfo is not part of version morvane.version.version1; it was"
             " introduced by morvane.version.version2",
