@@ -7,6 +7,8 @@
 #include "tavik/value/json_text.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 
 namespace Tavik {
 
@@ -31,8 +33,21 @@ const void* Property::GetFieldPointerByRecord(const Any* object) const {
     return m_owner->GetDataTypeInfo().fieldPointer(object, m_index);
 }
 
-void* Property::GetByRecord(const Any* object, void* out) const {
-    return m_owner->GetDataTypeInfo().get(object, m_index, out);
+void* Property::Get(const Any* object, void* out) const {
+    const void* member = GetMember(object, m_layout);
+    // Plain values first, so that they cost next to nothing.
+    switch (m_layout.form) {
+    case FieldForm::Byte:
+    case FieldForm::OptionalByte: std::memcpy(out, member, 1); break;
+    case FieldForm::Int:
+    case FieldForm::OptionalInt: std::memcpy(out, member, sizeof(std::int32_t)); break;
+    case FieldForm::Long:
+    case FieldForm::OptionalLong: std::memcpy(out, member, sizeof(std::int64_t)); break;
+    case FieldForm::String: InlineStorage<std::string>::Get(member, out); break;
+    case FieldForm::Unknown: return m_owner->GetDataTypeInfo().get(object, m_index, out);
+    default: WithStorage(m_layout.form, [&](auto storage) { storage.Get(member, out); });
+    }
+    return out;
 }
 
 void Property::Set(Any* object, const void* in) const {

@@ -86,14 +86,7 @@ public:
         return static_cast<const Any*>(GetFieldPointer(object));
     }
 
-    void* Get(const Any* object, void* out) const {
-        if (m_layout.form == FieldForm::Unknown) {
-            return GetByRecord(object, out);
-        }
-        WithStorage(m_layout.form, [&](auto storage) { storage.Get(GetMember(object, m_layout), out); });
-        return out;
-    }
-
+    void* Get(const Any* object, void* out) const;
     void Set(Any* object, const void* in) const;
     void Reset(Any* object) const;
 
@@ -103,7 +96,6 @@ private:
     bool IsPartOf(const Version& version) const;
     bool IsSetByRecord(const Any* object) const;
     const void* GetFieldPointerByRecord(const Any* object) const;
-    void* GetByRecord(const Any* object, void* out) const;
 
     const PropertyDescriptor* m_descriptor;
     std::string_view m_name;
