@@ -14,7 +14,8 @@
 #include <vector>
 
 /// What it costs to load the library of types, and that of a peer: each time in a new process, because a
-/// library is loaded once. Whoever is measured finds the libraries there that its own stands on.
+/// library is loaded once. The runtimes are there before, tavik and the peer's; our library of the
+/// infrastructure's types is not, and counts.
 namespace {
 
 using Clock = std::chrono::steady_clock;

@@ -138,7 +138,7 @@ int main(int argc, char** argv) {
         if (arguments.package.empty()) {
             arguments.package = arguments.compile.library;
         }
-        if (std::count(arguments.kinds.begin(), arguments.kinds.end(), kProto) != 0
+        if (out->count() != 0 && std::count(arguments.kinds.begin(), arguments.kinds.end(), kProto) != 0
             && !IsPackageName(arguments.package)) {
             throw CLI::ValidationError(
                 "--package", "'" + arguments.package + "' is no name of a protobuf package");

@@ -29,7 +29,8 @@ describe_system() {
 count_instructions() {
     env -i PATH="$PATH" GLIBC_TUNABLES=glibc.cpu.hwcaps=-AVX,-AVX2,-AVX512F,-AVX_Fast_Unaligned_Load,-BMI2,-ERMS,-FSRM,-SSE4_2,-SSSE3 \
         setarch --addr-no-randomize \
-        valgrind --tool=callgrind --instr-atstart=no --callgrind-out-file="$PWD/$work/callgrind" build/release/bin/guard_bench
+        valgrind --tool=callgrind --instr-atstart=no --callgrind-out-file="$PWD/$work/callgrind" build/release/bin/guard_bench ||
+        return
     for file in "$work"/callgrind.*; do
         awk '/^desc: Trigger: Client Request: / { sub(/^desc: Trigger: Client Request: /, ""); name = $0 }
              /^totals: / { total = $2 }

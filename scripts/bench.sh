@@ -52,7 +52,7 @@ measure_load() {
 }
 
 measure_size() {
-    scripts/measure-size.sh morvane "$library" >"$results/size.txt"
+    scripts/measure-size.sh morvane "$library" >"$results/size.txt" || return
     [[ ! -e "$peer" ]] || scripts/measure-size.sh protobuf "$peer" >>"$results/size.txt"
 }
 

@@ -102,7 +102,10 @@ void ReadPlain(
     };
     const auto useValue = [&](const auto& value) { use(&value); };
     switch (type.GetKind()) {
-    case TypeKind::Boolean: useValue(access.GetBool(message, &field)); break;
+    case TypeKind::Boolean:
+        useValue(
+            isRepeated ? access.GetRepeatedBool(message, &field, index) : access.GetBool(message, &field));
+        break;
     case TypeKind::Byte: useValue(static_cast<signed char>(number())); break;
     case TypeKind::Int: useValue(number()); break;
     case TypeKind::Long:

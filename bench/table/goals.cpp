@@ -43,7 +43,7 @@ std::string Format(const char* format, double number) {
     return text;
 }
 
-/// Decimal places that ratings and limits of about this size are shown with.
+/// Step in which ratings for limits of about this size are shown.
 double RoundingUnit(double limit) {
     return limit < 0.1 ? 1e-4 : limit < 5 ? 1e-2 : 1e-1;
 }

@@ -27,6 +27,11 @@ struct Cache {
 
 constinit thread_local Cache cache;
 
+/// Of the list for blocks of the size; one of nothing takes one of the smallest.
+constexpr std::size_t IndexOf(std::size_t size) {
+    return size == 0 ? 1 : (size + kStep - 1) / kStep;
+}
+
 void*& Next(void* block) {
     return *static_cast<void**>(block);
 }
@@ -63,7 +68,7 @@ struct Closer {
 } // namespace
 
 void* AllocateBlock(std::size_t size) noexcept {
-    const std::size_t index = (size + kStep - 1) / kStep;
+    const std::size_t index = IndexOf(size);
     if (size > kLargest) {
         return ::operator new(size, std::nothrow);
     }
@@ -78,7 +83,7 @@ void* AllocateBlock(std::size_t size) noexcept {
 }
 
 void FreeBlock(void* block, std::size_t size) noexcept {
-    const std::size_t index = (size + kStep - 1) / kStep;
+    const std::size_t index = IndexOf(size);
     if (block == nullptr || size > kLargest || (cache.lists[index].room == 0 && !Open())) {
         ::operator delete(block);
         return;

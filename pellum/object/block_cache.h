@@ -8,8 +8,9 @@
 /// them out again, which takes a few instructions; messages are made and thrown away in great numbers.
 ///
 /// Every block is one of `operator new`, at least as large as was asked for: whoever owns it may give it to
-/// `operator delete` instead, and blocks from elsewhere may be freed here when they are large enough. A
-/// thread keeps at most 16 KiB of blocks of each size and gives them back when it ends. Builds with a
+/// `operator delete` instead. Blocks of `operator new` from elsewhere may be freed here when they have the
+/// size rounded up to a multiple of 16: they are given out again for any size up to that. A thread keeps at
+/// most 16 KiB of blocks of each size, up to 256 bytes, and gives them back when it ends. Builds with a
 /// sanitizer, debug builds and Windows keep none, so that misuse is found, and because a thread's own data
 /// are slow there.
 namespace Pellum {

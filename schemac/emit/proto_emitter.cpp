@@ -198,6 +198,7 @@ private:
     std::string MessageText(const Model::Type& type) {
         std::string fields;
         Scope scope("type " + Quoted(type.dottedName));
+        Scope jsonNames("type " + Quoted(type.dottedName)); // protobuf wants these to be different, too
         if (const Model::DataType* base = ProtoPlan::BaseMessage(type)) {
             m_imports.insert(m_plan.PathOf(*base));
             scope.Take("base", "its base");
@@ -213,7 +214,9 @@ private:
         }
         if (data != nullptr) {
             for (const Model::Property& property : data->properties) {
-                scope.Take(Naming::ProtoField(property.name), "property " + Quoted(property.name));
+                const std::string field = Naming::ProtoField(property.name);
+                scope.Take(field, "property " + Quoted(property.name));
+                jsonNames.Take(Naming::ProtoJsonName(field), "property " + Quoted(property.name));
                 fields += FieldText(property, type, number++);
             }
         }
@@ -289,10 +292,12 @@ private:
 
     std::string EnumText(const Model::EnumType& type) {
         std::string values;
+        Scope tags("enumeration " + Quoted(type.dottedName)); // that protobuf tells apart without underscores
         for (std::size_t value = 0; value < type.tags.size(); ++value) {
             const Model::EnumTag& tag = type.tags[value];
             const std::string name = Naming::ProtoEnumValue(type, tag.name);
             Take(name, "tag " + Quoted(tag.name) + " of " + Quoted(type.dottedName));
+            tags.Take(Naming::ProtoJsonName(Naming::ProtoField(tag.name)), "tag " + Quoted(tag.name));
             values += tag.doc.empty() ? "" : Comment(tag.doc);
             values += name + " = " + std::to_string(value) + ";\n";
         }

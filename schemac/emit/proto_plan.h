@@ -13,7 +13,7 @@ namespace Schemac::Emit {
 /// The message that stands where an object of a type or of one derived from it can be.
 struct ProtoChoice {
     const Model::Type* base = nullptr;
-    std::vector<const Model::Type*> alternatives; ///< the base first; their order never changes, but grows
+    std::vector<const Model::Type*> alternatives; ///< the base first; younger versions of the library last
 };
 
 /// One .proto file.
@@ -31,7 +31,7 @@ class ProtoPlan {
 public:
     explicit ProtoPlan(const Model::Module& module);
 
-    /// By path. None is empty but the first, which is that of the support messages.
+    /// The support messages, the library's files, others', choices. None but the first is empty.
     const std::vector<ProtoFile>& Files() const { return m_files; }
 
     /// The choice for a type that others are derived from; null for any other.

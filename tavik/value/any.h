@@ -16,7 +16,8 @@ class Type;
 /// Root of every value the runtime moves: counted, typed, clonable, comparable, diffable, printable.
 ///
 /// A new value has a count of zero; the first `Pellum::Ref` raises it to one, the last one deletes the value.
-/// The count is atomic; the content is not synchronised.
+/// The count is atomic from the first `Ref` on, which must be there before another thread knows the value;
+/// the content is not synchronised.
 ///
 /// A value must not contain itself: such a value is never freed, and cloning, comparing or printing it does
 /// not end.
@@ -76,7 +77,7 @@ protected:
     Any(const Any&) noexcept {}
 
 private:
-    /// The reference count; once it has fallen to zero, the next value that waits for destruction.
+    /// The reference count; once the last owner has let go, the next value that waits for destruction.
     mutable std::atomic<std::uintptr_t> m_header{0};
 };
 

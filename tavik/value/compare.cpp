@@ -58,7 +58,8 @@ bool IsUnset(const Any* value, std::uint32_t flags) {
 
 bool AreSameClass(const Any* a, const Any* b) {
     // Mostly both have the same table of virtual functions, so that there is no need to look at their types.
-    return std::memcmp(a, b, sizeof(void*)) == 0 || typeid(*a) == typeid(*b);
+    return std::memcmp(static_cast<const void*>(a), static_cast<const void*>(b), sizeof(void*)) == 0
+        || typeid(*a) == typeid(*b);
 }
 
 } // namespace

@@ -11,8 +11,8 @@
 
 namespace {
 
-/// Blocks of all sizes up to beyond what is kept, filled to their last byte: a sanitizer sees those that are
-/// too small.
+/// Blocks of all sizes up to beyond what is kept, filled to their last byte: one that is too small spoils its
+/// neighbour.
 std::vector<void*> TakeBlocks(unsigned char content) {
     std::vector<void*> blocks;
     for (std::size_t size = 1; size <= 300; ++size) {

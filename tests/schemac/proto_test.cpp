@@ -108,6 +108,10 @@ TEST(Proto, OneNameForTwoIsAnError) {
         {"/// D.\nenum A wire A since version1 { oneTwo, one_two }",
          "package 'test': tag 'one_two' of 'm.A' needs the protobuf name 'A_ONE_TWO', which tag 'oneTwo' of "
          "'m.A' has"},
+        {"/// D.\ndata A wire A since version1 { disk_1 : int; disk1 : int; }",
+         "type 'm.A': property 'disk1' needs the protobuf name 'disk1', which property 'disk_1' has"},
+        {"/// D.\nenum A wire A since version1 { one1, one_1 }",
+         "enumeration 'm.A': tag 'one_1' needs the protobuf name 'one1', which tag 'one1' has"},
         {"/// D.\ndata A wire TypedText since version1;",
          "package 'test': type 'm.A' needs the protobuf name 'TypedText', which the runtime has"},
         {"/// D.\ndata A wire A since version1;\n/// D.\ndata B : A wire AOrDerived since version1 { a : A; "
