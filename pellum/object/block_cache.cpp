@@ -21,8 +21,7 @@ struct FreeList {
 /// Has no destructor, so that every access is a plain one: `Closer` frees what is in it.
 struct Cache {
     FreeList lists[kLargest / kStep + 1];
-    bool isOpen = false;
-    bool isClosed = false; ///< the thread is ending
+    bool isOpened = false; ///< and stays so when the thread has closed it
 };
 
 constinit thread_local Cache cache;
@@ -42,7 +41,6 @@ struct Closer {
 
     ~Closer() {
         ReleaseCachedBlocks();
-        cache.isClosed = true;
         for (FreeList& list : cache.lists) {
             list.room = 0;
         }
@@ -54,11 +52,11 @@ struct Closer {
 
 /// Prepares the thread for keeping blocks; false when that was done, or when it is too late.
 [[gnu::noinline]] bool Open() {
-    if (cache.isOpen || cache.isClosed) {
+    if (cache.isOpened) {
         return false;
     }
     static thread_local const Closer closer;
-    cache.isOpen = true;
+    cache.isOpened = true;
     for (std::size_t i = 1; i <= kLargest / kStep; ++i) {
         cache.lists[i].room = static_cast<std::uint32_t>(kMostBytes / (i * kStep));
     }
@@ -75,7 +73,8 @@ void* AllocateBlock(std::size_t size) noexcept {
     FreeList& list = cache.lists[index];
     void* const block = list.first;
     if (block == nullptr) {
-        return ::operator new(index* kStep, std::nothrow);
+        const std::size_t rounded = index * kStep;
+        return ::operator new(rounded, std::nothrow);
     }
     list.first = Next(block);
     ++list.room;
