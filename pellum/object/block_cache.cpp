@@ -26,9 +26,9 @@ struct Cache {
 
 constinit thread_local Cache cache;
 
-/// Of the list for blocks of the size; one of nothing takes one of the smallest.
+/// Of the list for blocks of the size. The first list, for blocks of nothing, stays empty.
 constexpr std::size_t IndexOf(std::size_t size) {
-    return size == 0 ? 1 : (size + kStep - 1) / kStep;
+    return (size + kStep - 1) / kStep;
 }
 
 void*& Next(void* block) {
@@ -50,31 +50,35 @@ struct Closer {
     Closer& operator=(const Closer&) = delete;
 };
 
-/// Prepares the thread for keeping blocks; false when that was done, or when it is too late.
-[[gnu::noinline]] bool Open() {
-    if (cache.isOpened) {
-        return false;
-    }
+/// Prepares the thread for keeping blocks.
+void Open() {
     static thread_local const Closer closer;
     cache.isOpened = true;
     for (std::size_t i = 1; i <= kLargest / kStep; ++i) {
         cache.lists[i].room = static_cast<std::uint32_t>(kMostBytes / (i * kStep));
     }
-    return true;
+}
+
+/// Frees a block for which there is no room. The first that a thread frees makes room, unless it is too late.
+[[gnu::noinline]] void FreeUnkept(void* block, std::size_t size) noexcept {
+    if (block == nullptr || size == 0 || size > kLargest || cache.isOpened) {
+        ::operator delete(block);
+        return;
+    }
+    Open();
+    FreeBlock(block, size);
 }
 
 } // namespace
 
 void* AllocateBlock(std::size_t size) noexcept {
-    const std::size_t index = IndexOf(size);
     if (size > kLargest) {
         return ::operator new(size, std::nothrow);
     }
-    FreeList& list = cache.lists[index];
+    FreeList& list = cache.lists[IndexOf(size)];
     void* const block = list.first;
     if (block == nullptr) {
-        const std::size_t rounded = index * kStep;
-        return ::operator new(rounded, std::nothrow);
+        return ::operator new(IndexOf(size) * kStep, std::nothrow);
     }
     list.first = Next(block);
     ++list.room;
@@ -82,15 +86,16 @@ void* AllocateBlock(std::size_t size) noexcept {
 }
 
 void FreeBlock(void* block, std::size_t size) noexcept {
-    const std::size_t index = IndexOf(size);
-    if (block == nullptr || size > kLargest || (cache.lists[index].room == 0 && !Open())) {
-        ::operator delete(block);
-        return;
+    if (block != nullptr && size <= kLargest) {
+        FreeList& list = cache.lists[IndexOf(size)];
+        if (list.room != 0) {
+            Next(block) = list.first;
+            list.first = block;
+            --list.room;
+            return;
+        }
     }
-    FreeList& list = cache.lists[index];
-    Next(block) = list.first;
-    list.first = block;
-    --list.room;
+    FreeUnkept(block, size);
 }
 
 void ReleaseCachedBlocks() noexcept {

@@ -45,7 +45,7 @@ struct Morvane::Support::ClassTraits<$class$> {
 TYPES_FIELD_FUNCTIONS_$kind$($class$);
 
 constinit const Morvane::Support::FieldTable $root$::$fieldTable$ = {
-    {$fieldList$, $count$}, $root$::$properties$, $checkList$, $base$, $foreignBase$,
+    {$fieldList$, $count$}, $words$, $root$::$properties$, $checkList$, $base$, $foreignBase$,
     &Morvane::Support::FieldFunctions<$class$>::Create, $content$};
 )";
 
@@ -183,6 +183,7 @@ private:
              {"fields", FieldRows(type) + CheckRows(type)},
              {"kind", PropertiesKind(type)},
              {"fieldList", type.properties.empty() ? "nullptr" : ClassTraits(type) + "::kFields.data()"},
+             {"words", type.properties.empty() ? "{}" : ClassTraits(type) + "::kMap"},
              {"checkList", HasReferences(type) ? ClassTraits(type) + "::kChecks" : "nullptr"},
              {"root", root},
              {"properties", PropertiesName(type)},
@@ -202,10 +203,11 @@ private:
     }
 
     static std::string FieldRows(const Model::DataType& type) {
-        const std::string rows = Rows(type, "TYPES_FIELD");
-        return rows.empty()
-                 ? rows
-                 : "static constexpr auto kFields = Tavik::WithRuns(std::array{\n" + rows + "});\n";
+        return type.properties.empty()
+                 ? ""
+                 : "static constexpr std::array kFields = {\n" + Rows(type, "TYPES_FIELD")
+                       + "};\nstatic constexpr auto kWords = MapWords<CountWords(kFields)>(kFields);\n"
+                         "static constexpr WordMap kMap = ListWords(kWords, kFields);\n";
     }
 
     static std::string CheckRows(const Model::DataType& type) {

@@ -1,6 +1,7 @@
 #include "tavik/value/any.h"
 
 #include "pellum/object/block_cache.h"
+#include "tavik/value/clone.h"
 #include "tavik/value/print.h"
 
 namespace Tavik {
@@ -20,14 +21,12 @@ constinit thread_local DestructionState destruction;
 
 } // namespace
 
-Any::~Any() = default;
-
 void* Any::operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-    return Pellum::AllocateBlock(size);
+    return AllocateZeroed(size);
 }
 
 void* Any::operator new(std::size_t size) {
-    void* const storage = Pellum::AllocateBlock(size);
+    void* const storage = AllocateZeroed(size);
     if (storage == nullptr) {
         throw std::bad_alloc();
     }

@@ -26,9 +26,11 @@ class Type;
 /// the derived classes, never between.
 class TAVIK_API Any {
 public:
-    virtual ~Any();
+    virtual ~Any() = default;
 
-    /// Values come from the thread's cache of blocks.
+    /// Values come from the thread's cache of blocks and begin as zeros: constructors of data objects leave
+    /// required numbers, booleans and enumeration values as they find them. Data objects elsewhere have to be
+    /// filled by `__autoclassinit2` before they are constructed.
     static void* operator new(std::size_t size);
     static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
 

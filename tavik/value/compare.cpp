@@ -56,15 +56,33 @@ bool IsUnset(const Any* value, std::uint32_t flags) {
         || ((flags & kArrayFlag) != 0 && static_cast<const ArrayBase*>(value)->GetLength() == 0);
 }
 
-bool AreSameClass(const Any* a, const Any* b) {
-    // Mostly both have the same table of virtual functions, so that there is no need to look at their types.
-    return std::memcmp(static_cast<const void*>(a), static_cast<const void*>(b), sizeof(void*)) == 0
-        || typeid(*a) == typeid(*b);
+/// Whether two values have the same table of virtual functions.
+bool HaveSameFunctions(const Any* a, const Any* b) {
+    return std::memcmp(static_cast<const void*>(a), static_cast<const void*>(b), sizeof(void*)) == 0;
 }
 
-} // namespace
+bool AreSameClass(const Any* a, const Any* b) {
+    return HaveSameFunctions(a, b) || typeid(*a) == typeid(*b);
+}
 
-bool AreEqualAnysInt(const Any* a, const Any* b, std::uint32_t flags, bool partial) {
+/// Compares two values of the same class. The outermost call compares what the others have put off.
+bool AreSameContent(const Any* a, const Any* b, bool partial) {
+    if (equality.depth == kMaxRecursion) {
+        // All parts must be equal, in whatever order they are looked at.
+        equality.PutOff({a, b, partial});
+        return true;
+    }
+    const ComparisonScope scope(equality);
+    bool equal = a->_IsEqual(b, partial);
+    while (scope.IsOutermost() && equal && equality.CountPending() > 0) {
+        const PendingEquality next = equality.TakeLast();
+        equal = next.a->_IsEqual(next.b, next.partial);
+    }
+    return equal;
+}
+
+/// What `AreEqualAnysInt` answers; out of the way of the usual case there.
+[[gnu::noinline]] bool AreEqualValues(const Any* a, const Any* b, std::uint32_t flags, bool partial) {
     const bool unsetB = IsUnset(b, flags);
     if (unsetB && partial && (flags & kOptionalFlag) != 0) {
         return true;
@@ -73,28 +91,23 @@ bool AreEqualAnysInt(const Any* a, const Any* b, std::uint32_t flags, bool parti
     if (unsetA || unsetB) {
         return unsetA == unsetB;
     }
+    return AreSameClass(a, b) && AreSameContent(a, b, partial);
+}
+
+} // namespace
+
+bool AreEqualAnysInt(const Any* a, const Any* b, std::uint32_t flags, bool partial) {
     if (a == b) {
         return true;
     }
-    if (!AreSameClass(a, b)) {
-        return false;
-    }
-    if (equality.depth == kMaxRecursion) {
-        // The outermost call decides: all parts must be equal, in whatever order they are looked at.
-        equality.PutOff({a, b, partial});
-        return true;
-    }
-    if (equality.depth > 0) {
+    // Most calls are for a part of something that is being compared, with values of one class; whether an
+    // array is empty does not matter then but for a partial match.
+    const bool mayBeUnset = a == nullptr || b == nullptr || (partial && (flags & kArrayFlag) != 0);
+    if (!mayBeUnset && HaveSameFunctions(a, b) && 0 < equality.depth && equality.depth < kMaxRecursion) {
         const DepthScope depth(equality.depth);
         return a->_IsEqual(b, partial);
     }
-    const ComparisonScope scope(equality);
-    bool equal = a->_IsEqual(b, partial);
-    while (equal && equality.CountPending() > 0) {
-        const PendingEquality next = equality.TakeLast();
-        equal = next.a->_IsEqual(next.b, next.partial);
-    }
-    return equal;
+    return AreEqualValues(a, b, flags, partial);
 }
 
 void DiffAnyPropertiesInt(

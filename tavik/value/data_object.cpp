@@ -1,6 +1,5 @@
 #include "tavik/value/data_object.h"
 
-#include "pellum/object/block_cache.h"
 #include "tavik/descriptor/builtin.h"
 #include "tavik/type/data_object_type.h"
 #include "tavik/type/type_of.h"
@@ -11,29 +10,7 @@
 
 namespace Tavik {
 
-DataObject::~DataObject() = default;
-
-void* DataObject::operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-    return AllocateZeroed(size);
-}
-
-void* DataObject::operator new(std::size_t size) {
-    void* storage = AllocateZeroed(size);
-    if (storage == nullptr) {
-        throw std::bad_alloc();
-    }
-    return storage;
-}
-
-void DataObject::operator delete(void* storage, std::size_t size) noexcept {
-    Pellum::FreeBlock(storage, size);
-}
-
-void DataObject::operator delete(void* storage, const std::nothrow_t& /*tag*/) noexcept {
-    ::operator delete(storage); // of unknown size
-}
-
-Type* DynamicData::_GetType() const {
+Type* DataObject::_GetType() const {
     return _GetDataType();
 }
 

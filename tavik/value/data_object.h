@@ -2,8 +2,7 @@
 
 #include "tavik/value/any.h"
 
-#include <cstddef>
-#include <new>
+#include <string>
 
 namespace Tavik {
 
@@ -12,23 +11,9 @@ class DataObjectType;
 /// A value with properties, described by a registered data object type.
 class TAVIK_API DataObject : public Any {
 public:
-    ~DataObject() override;
-
+    Type* _GetType() const override;
     /// The registered type, borrowed; null before its library has been loaded by the registry.
     virtual DataObjectType* _GetDataType() const = 0;
-
-    /// Storage on the heap is zero-filled: constructors leave required numbers, booleans and enumeration
-    /// values as they find them. Objects elsewhere have to be filled by `__autoclassinit2` before they are
-    /// constructed.
-    static void* operator new(std::size_t size);
-    static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
-
-    static void* operator new(std::size_t /*size*/, void* storage) noexcept { return storage; }
-
-    static void operator delete(void* storage, std::size_t size) noexcept;
-    static void operator delete(void* storage, const std::nothrow_t&) noexcept;
-
-    static void operator delete(void* /*storage*/, void* /*place*/) noexcept {}
 
 protected:
     DataObject() noexcept = default;
@@ -43,7 +28,6 @@ public:
     DynamicData() noexcept = default;
     ~DynamicData() override = default;
 
-    Type* _GetType() const override;
     DynamicData* _Clone() const override;
     bool _IsEqual(const Any* other, bool partial) const override;
     void _DiffProperties(const Any* other, const std::string& prefix, PropertyDiffSet& diffs) const override;

@@ -6,6 +6,7 @@
 #include "types/data/data_object.h"
 #include "types/data/enum_functions.h"
 #include "types/data/field_functions.h"
+#include "types/data/field_words.h"
 #include "types/data/fields.h"
 
 #include <array>
@@ -18,7 +19,7 @@
 /// A row of a class's layout, and one of its checks.
 #define TYPES_FIELD(Class, member)                                                                           \
     Tavik::FieldLayout {                                                                                     \
-        offsetof(Class, member), Tavik::FieldFormOf<decltype(Class::member)>::kForm                          \
+        offsetof(Class, member), Tavik::FieldFormOf<decltype(Class::member)>::kForm, sizeof(Class::member)   \
     }
 #define TYPES_CHECK(Class, member) Morvane::Support::kCheckOf<decltype(Class::member)>
 

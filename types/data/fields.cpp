@@ -27,10 +27,6 @@ FieldLayout Checked(const FieldTable& table, int index) {
     return table.fields[index];
 }
 
-bool AreEqualBytes(const void* a, const void* b, std::size_t size) {
-    return Pellum::AreEqual({static_cast<const char*>(a), size}, {static_cast<const char*>(b), size});
-}
-
 /// Whether two members that hold no references are equal.
 bool AreEqualFields(Tavik::FieldForm form, const void* a, const void* b) {
     return WithStorage(form, [&](auto storage) {
@@ -42,6 +38,10 @@ bool AreEqualFields(Tavik::FieldForm form, const void* a, const void* b) {
     });
 }
 
+bool IsSet(Tavik::FieldForm form, const void* member) {
+    return WithStorage(form, [&](auto storage) { return storage.IsSet(member); });
+}
+
 Tavik::OpenContent* ContentOf(const FieldTable& table, Tavik::Any& object) {
     return table.content(static_cast<Tavik::DataObject*>(&object));
 }
@@ -50,27 +50,143 @@ const Tavik::OpenContent* ContentOf(const FieldTable& table, const Tavik::Any& o
     return ContentOf(table, const_cast<Tavik::Any&>(object));
 }
 
-void CopyFields(const FieldTable& table, Tavik::Any& target, const Tavik::Any& source) {
-    if (table.base != nullptr) {
-        CopyFields(*table.base, target, source);
-    } else if (table.foreignBase != nullptr) {
-        Tavik::CopyProperties(
-            table.foreignBase, static_cast<Tavik::DataObject&>(target),
-            static_cast<const Tavik::DataObject&>(source));
-    }
-    if (table.content != nullptr) {
-        *ContentOf(table, target) = *ContentOf(table, source);
-    }
-    for (int i = 0; i < table.count; i += table.fields[i].runFields) {
-        const FieldLayout field = table.fields[i];
-        void* member = GetMember(&target, field);
-        const void* from = GetMember(&source, field);
-        if (field.runFields > 1) {
-            std::memcpy(member, from, field.runBytes);
-        } else {
-            WithStorage(field.form, [&](auto storage) { storage.Copy(member, from); });
+constexpr std::size_t kWordSize = sizeof(Word);
+
+Word LoadWord(const char* at) {
+    Word word = 0;
+    std::memcpy(&word, at, kWordSize);
+    return word;
+}
+
+const Tavik::Any* AsValue(Word word) {
+    return reinterpret_cast<const Tavik::Any*>(word);
+}
+
+const std::string* AsText(Word word) {
+    return reinterpret_cast<const std::string*>(word);
+}
+
+const std::string* AsText(const char* member) {
+    return reinterpret_cast<const std::string*>(member);
+}
+
+std::string* AsText(char* member) {
+    return reinterpret_cast<std::string*>(member);
+}
+
+/// Calls `function` with the index of each own property in the word that `word` describes and that begins
+/// `at` bytes from the object's start, until it answers false; whether it never did.
+template <class Function>
+bool ForFieldsIn(const FieldTable& table, FieldWord word, std::size_t at, Function function) {
+    const std::size_t end = at + kWordSize;
+    for (int i = word.field; i < table.count && (i == word.field || table.fields[i].offset < end); ++i) {
+        if (!function(i)) {
+            return false;
         }
     }
+    return true;
+}
+
+// Out of the loops over words, which the few properties of this kind would make slower for all others.
+[[gnu::noinline]] void CopyOneByOne(
+    const FieldTable& table, FieldWord word, std::size_t at, Tavik::Any& target, const Tavik::Any& source) {
+    ForFieldsIn(table, word, at, [&](int index) {
+        const FieldLayout field = table.fields[index];
+        WithStorage(field.form, [&](auto storage) {
+            storage.Copy(GetMember(&target, field), GetMember(&source, field));
+        });
+        return true;
+    });
+}
+
+/// Copies the own properties to a new object of the class.
+void CopyOwnFields(const FieldTable& table, Tavik::Any& target, const Tavik::Any& source) {
+    const WordMap map = table.map;
+    const char* const from = reinterpret_cast<const char*>(&source);
+    char* const to = reinterpret_cast<char*>(&target);
+    std::size_t at = map.first * kWordSize;
+    for (const FieldWord *word = map.words, *end = word + map.count; word < end; ++word, at += kWordSize) {
+        const WordForm form = word->form;
+        const Word value = LoadWord(from + at);
+        if (form == WordForm::Bytes) {
+            std::memcpy(to + at, &value, kWordSize);
+        } else if (form == WordForm::String) {
+            *AsText(to + at) = *AsText(from + at);
+            word += kStringWords - 1;
+            at += (kStringWords - 1) * kWordSize;
+        } else if (form == WordForm::OptionalString) {
+            if (value != 0) {
+                reinterpret_cast<Pellum::Optional<std::string>*>(to + at)->SetValue(*AsText(value));
+            }
+        } else if (form == WordForm::Reference) {
+            if (value != 0) {
+                Tavik::CloneInto(to + at, AsValue(value));
+            }
+        } else if (form == WordForm::Fields) {
+            CopyOneByOne(table, *word, at, target, source);
+        }
+    }
+}
+
+void CopyFields(const FieldTable& table, Tavik::Any& target, const Tavik::Any& source) {
+    for (const FieldTable* part = &table; part != nullptr; part = part->base) {
+        if (part->foreignBase != nullptr) {
+            Tavik::CopyProperties(
+                part->foreignBase, static_cast<Tavik::DataObject&>(target),
+                static_cast<const Tavik::DataObject&>(source));
+        }
+        if (part->content != nullptr) {
+            *ContentOf(*part, target) = *ContentOf(*part, source);
+        }
+        CopyOwnFields(*part, target, source);
+    }
+}
+
+[[gnu::noinline]] bool AreEqualOneByOne(
+    const FieldTable& table, FieldWord word, std::size_t at, const Tavik::Any& a, const Tavik::Any& b,
+    bool partial) {
+    return ForFieldsIn(table, word, at, [&](int index) {
+        const FieldLayout field = table.fields[index];
+        const void* others = GetMember(&b, field);
+        return AreEqualFields(field.form, GetMember(&a, field), others)
+            || (partial && table.properties[index].IsOptional() && !IsSet(field.form, others));
+    });
+}
+
+bool AreOwnFieldsEqual(const FieldTable& table, const Tavik::Any& a, const Tavik::Any& b, bool partial) {
+    const WordMap map = table.map;
+    const char* const mine = reinterpret_cast<const char*>(&a);
+    const char* const others = reinterpret_cast<const char*>(&b);
+    std::size_t at = map.first * kWordSize;
+    for (const FieldWord *word = map.words, *end = word + map.count; word < end; ++word, at += kWordSize) {
+        const WordForm form = word->form;
+        const Word left = LoadWord(mine + at);
+        const Word right = LoadWord(others + at);
+        if (left == right && IsEqualAsWord(form)) {
+            continue;
+        }
+        if (form == WordForm::String) {
+            if (!Pellum::AreEqual(*AsText(mine + at), *AsText(others + at))) {
+                return false;
+            }
+            word += kStringWords - 1;
+            at += (kStringWords - 1) * kWordSize;
+        } else if (form == WordForm::OptionalString) {
+            const bool isEqual = left == 0 || right == 0 ? partial && right == 0
+                                                         : Pellum::AreEqual(*AsText(left), *AsText(right));
+            if (!isEqual) {
+                return false;
+            }
+        } else if (form == WordForm::Reference) {
+            const std::uint32_t flags = table.properties[word->field].flags;
+            if (!Tavik::AreEqualAnysInt(AsValue(left), AsValue(right), flags, partial)) {
+                return false;
+            }
+        } else if (form != WordForm::None && !AreEqualOneByOne(table, *word, at, a, b, partial)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 } // namespace
@@ -83,34 +199,11 @@ Tavik::Any* CloneData(const FieldTable& table, const Tavik::Any& source) {
 }
 
 bool AreFieldsEqual(const FieldTable& table, const Tavik::Any* a, const Tavik::Any* b, bool partial) {
-    if (table.base != nullptr && !AreFieldsEqual(*table.base, a, b, partial)) {
-        return false;
-    }
-    if (table.content != nullptr && !ContentOf(table, *a)->IsEqual(*ContentOf(table, *b), partial)) {
-        return false;
-    }
-    for (int i = 0; i < table.count; i += table.fields[i].runFields) {
-        const FieldLayout field = table.fields[i];
-        const void* mine = GetMember(a, field);
-        const void* others = GetMember(b, field);
-        if (field.runFields > 1) {
-            if (!AreEqualBytes(mine, others, field.runBytes)) {
-                return false;
-            }
-            continue;
+    for (const FieldTable* part = &table; part != nullptr; part = part->base) {
+        if (part->content != nullptr && !ContentOf(*part, *a)->IsEqual(*ContentOf(*part, *b), partial)) {
+            return false;
         }
-        const bool isEqual = WithStorage(field.form, [&](auto storage) {
-            if constexpr (Tavik::kIsCounted<decltype(storage)>) {
-                const Tavik::Any* left = Tavik::LoadRef(mine);
-                const Tavik::Any* right = Tavik::LoadRef(others);
-                return left == right
-                    || Tavik::AreEqualAnysInt(left, right, table.properties[i].flags, partial);
-            } else {
-                return storage.Equal(mine, others)
-                    || (partial && table.properties[i].IsOptional() && !storage.IsSet(others));
-            }
-        });
-        if (!isEqual) {
+        if (!AreOwnFieldsEqual(*part, *a, *b, partial)) {
             return false;
         }
     }
@@ -181,7 +274,7 @@ bool IsFieldSet(const FieldTable& table, const void* object, int index) {
         return true;
     }
     const FieldLayout field = table.fields[index];
-    return WithStorage(field.form, [&](auto storage) { return storage.IsSet(GetMember(object, field)); });
+    return IsSet(field.form, GetMember(object, field));
 }
 
 bool IsAlwaysSet(const Tavik::Any* /*object*/, int /*index*/) {

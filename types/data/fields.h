@@ -5,6 +5,7 @@
 #include "tavik/type/data_object_type.h"
 #include "tavik/value/cast.h"
 #include "tavik/value/field_storage.h"
+#include "types/data/field_words.h"
 
 #include <string>
 
@@ -21,6 +22,7 @@ using ClassCheck = void (*)(Tavik::Any* value);
 
 /// The own properties of a class, in descriptor order, and where the inherited ones are.
 struct FieldTable : Tavik::DataLayout {
+    WordMap map;
     const Tavik::PropertyDescriptor* properties;
     /// The checks of references by index, null for other properties; null when there are no references.
     const ClassCheck* checks;
