@@ -130,21 +130,23 @@ void AppendLine(std::string& text, const std::string& line) {
 /// The names of one scope, each of which may be taken once.
 class Scope {
 public:
-    /// `what` is for the message: whose scope it is.
-    explicit Scope(std::string what) : m_what(std::move(what)) {}
+    /// Both are for the message: whose scope it is, and of what the names are.
+    explicit Scope(std::string what, std::string kind = "name")
+        : m_what(std::move(what)), m_kind(std::move(kind)) {}
 
     /// Throws when something took the name before.
     void Take(const std::string& name, const std::string& user) {
         const auto [entry, isNew] = m_users.emplace(name, user);
         if (!isNew) {
             throw std::runtime_error(
-                m_what + ": " + user + " needs the protobuf name '" + name + "', which " + entry->second
-                + " has");
+                m_what + ": " + user + " needs the protobuf " + m_kind + " '" + name + "', which "
+                + entry->second + " has");
         }
     }
 
 private:
     std::string m_what;
+    std::string m_kind;
     std::map<std::string, std::string> m_users;
 };
 
@@ -342,7 +344,9 @@ void ProtoEmitter::Emit(const Model::Module& module, OutputSet& output) {
          {kReference, kTypedText, kTypedArray, kOpenMember, kOpenValue, kOpenArray, kOpenObject}) {
         package.Take(std::string(name), "the runtime");
     }
+    Scope paths("library " + Quoted(module.Library()), "file");
     for (const ProtoFile& file : plan.Files()) {
+        paths.Take(file.path, file.user);
         output.Add(file.path, FileWriter(plan, file, package).Write(module.Library(), m_package));
     }
 }

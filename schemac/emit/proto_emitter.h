@@ -14,7 +14,7 @@ public:
     /// All is written into the protobuf package of that name.
     explicit ProtoEmitter(std::string package) : m_package(std::move(package)) {}
 
-    /// Throws std::runtime_error that names what would have one name in protobuf, and in what.
+    /// Throws std::runtime_error that names what would have one name or one file in protobuf.
     void Emit(const Model::Module& module, OutputSet& output) override;
 
 private:

@@ -170,11 +170,16 @@ std::vector<const void*> ProtoPlan::ReferencesOf(const Model::Type& type) const 
 
 void ProtoPlan::MakeFiles(const Model::Module& module) {
     // The nodes: the support messages, the library's schema files, those of others, choices.
-    std::vector<ProtoFile> nodes{{m_supportPath, {}, {}, {}}};
+    std::vector<ProtoFile> nodes{{m_supportPath, "the runtime", {}, {}, {}}};
     std::unordered_map<const void*, std::size_t> nodeOf;
     const auto addSource = [&](const Model::SourceFile* source) {
         if (nodeOf.emplace(source, nodes.size()).second) {
-            nodes.push_back({source->path.substr(0, source->path.rfind('.')) + ".proto", {source}, {}, {}});
+            nodes.push_back(
+                {source->path.substr(0, source->path.rfind('.')) + ".proto",
+                 "schema file '" + source->path + "'",
+                 {source},
+                 {},
+                 {}});
         }
     };
     std::for_each(module.Files().begin(), module.Files().end(), addSource);
@@ -193,6 +198,7 @@ void ProtoPlan::MakeFiles(const Model::Module& module) {
             nodes.push_back(
                 {path.substr(0, path.rfind('/') + 1) + Naming::SnakeCase(Naming::ProtoChoice(*type))
                      + ".proto",
+                 "the choice for type '" + type->dottedName + "'",
                  {},
                  {},
                  {choice}});

@@ -19,6 +19,12 @@ bool IsCountedKind(TypeKind kind) {
         || kind == TypeKind::Any;
 }
 
+/// On its own, as what copies values of any form takes room on the stack, which plain ones would pay for.
+[[gnu::noinline]] void* CopyValue(FieldForm form, const void* member, void* out) {
+    WithStorage(form, [&](auto storage) { storage.Get(member, out); });
+    return out;
+}
+
 } // namespace
 
 bool Property::IsPartOf(const Version& version) const {
@@ -43,9 +49,8 @@ void* Property::Get(const Any* object, void* out) const {
     case FieldForm::OptionalInt: std::memcpy(out, member, sizeof(std::int32_t)); break;
     case FieldForm::Long:
     case FieldForm::OptionalLong: std::memcpy(out, member, sizeof(std::int64_t)); break;
-    case FieldForm::String: InlineStorage<std::string>::Get(member, out); break;
     case FieldForm::Unknown: return m_owner->GetDataTypeInfo().get(object, m_index, out);
-    default: WithStorage(m_layout.form, [&](auto storage) { storage.Get(member, out); });
+    default: return CopyValue(m_layout.form, member, out);
     }
     return out;
 }

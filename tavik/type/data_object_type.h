@@ -87,6 +87,16 @@ public:
     }
 
     void* Get(const Any* object, void* out) const;
+
+    /// The same for a text, without a call to reach it.
+    void* Get(const Any* object, std::string* out) const {
+        if (m_layout.form != FieldForm::String) {
+            return Get(object, static_cast<void*>(out));
+        }
+        InlineStorage<std::string>::Get(GetMember(object, m_layout), out);
+        return out;
+    }
+
     void Set(Any* object, const void* in) const;
     void Reset(Any* object) const;
 

@@ -21,7 +21,8 @@ bool IsContinuation(unsigned char byte) {
 }
 
 /// Length of the well-formed UTF-8 sequence at the start of `text`, which is not empty; 0 when it is none.
-std::size_t SequenceLength(std::string_view text) {
+/// Inline, as texts beyond ASCII would spend much of their time calling it.
+inline std::size_t SequenceLength(std::string_view text) {
     const auto at = [&](std::size_t i) { return static_cast<unsigned char>(i < text.size() ? text[i] : 0); };
     const unsigned char lead = at(0);
     if (lead < 0x80) {

@@ -96,15 +96,4 @@ TEST(JsonDecodeTest, LenientModePassesOverWhatTheTypeDoesNotHave) {
     }
 }
 
-TEST(JsonDecodeTest, ReadsForAVersionWhatThatVersionHas) {
-    Json::DecodeOptions options;
-    options.version = Shop::GetVersion1();
-    // "format" is required since version 2 only.
-    EXPECT_EQ(
-        Json::Encode(Json::Decode(Machine(R"("disk": [{"size": 1}])"), options).Get()),
-        Machine(R"("disk": [{"size": 1, "format": ""}])"));
-    options.lenient = true;
-    EXPECT_EQ(Json::Encode(Json::Decode(Machine(R"("rack": "r")"), options).Get()), Machine(""));
-}
-
 } // namespace

@@ -28,35 +28,6 @@ class Stubs : public CallerTest {};
 
 const Pellum::System::DateTime kTime = Pellum::System::DateTime::FromUtcTime(1'600'000'000'000'000);
 
-TEST_F(Stubs, BoxScalarsInTheirOrder) {
-    const struct {
-        std::function<void()> call;
-        const char* sent;
-    } rows[] = {
-        {[&] { stub->Nothing(); }, ""},
-        {[&] { stub->Texts("a", {}, "c", ""); }, R"(string "a", null, string "c", string "")"},
-        {[&] { stub->Texts("a", "", "c", "d"); }, R"(string "a", string "", string "c", string "d")"},
-        {[&] { stub->Numbers(-1, 1LL << 40, 3, 0.5F, kTime); },
-         R"(int -1, long 1099511627776, byte 3, float 0.5, dateTime "2020-09-13T12:26:40Z")"},
-        {[&] { stub->Optionals({}, {}, {}, {}, {}, 7); }, "null, null, null, null, null, int 7"},
-        {[&] { stub->Optionals(0, {}, false, {}, Colour::green, 7); },
-         R"(int 0, null, boolean false, null, SampleColour "green", int 7)"},
-        {[&] { stub->Optionals({}, -1, {}, kTime, {}, 7); },
-         R"(null, long -1, null, dateTime "2020-09-13T12:26:40Z", null, int 7)"},
-        {[&] {
-             stub->Others({1, 2}, Tavik::TypeName("t"), Tavik::PropertyPath("p"), Colour::blue, {});
-         },
-         R"(binary "AQI=", typeName "t", propertyPath "p", SampleColour "blue", null)"},
-    };
-
-    for (const auto& row : rows) {
-        row.call();
-        EXPECT_EQ(Sent(), row.sent);
-    }
-    EXPECT_EQ(adapter->count, static_cast<int>(std::size(rows)));
-    EXPECT_EQ(adapter->target.Get(), stub->_GetRef());
-}
-
 TEST_F(Stubs, ShareTheTwoBooleans) {
     stub->Flags(true, false);
     EXPECT_EQ(adapter->arguments[0], Primitive<bool>::Factory::sTrue);

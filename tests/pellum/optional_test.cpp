@@ -134,38 +134,6 @@ std::string Bytes(const Optional<T>& optional) {
     return {reinterpret_cast<const char*>(&optional), sizeof(optional)};
 }
 
-TEST(OptionalLayoutTest, BooleanIsOneSignedByte) {
-    EXPECT_EQ(Bytes(Optional<bool>()), "\xFF");
-    EXPECT_EQ(Bytes(Optional<bool>(true)), "\x01");
-    EXPECT_EQ(Bytes(Optional<bool>(false)), std::string(1, '\0'));
-
-    Optional<bool> unset = true;
-    unset.Unset();
-    EXPECT_EQ(Bytes(unset), "\xFF");
-}
-
-template <typename T>
-void ExpectValueThenMark(T value) {
-    Optional<T> optional = value;
-    const auto expectBytes = [&](char mark) {
-        const std::string expected(reinterpret_cast<const char*>(&value), sizeof(T));
-        EXPECT_EQ(Bytes(optional).substr(0, sizeof(T) + 1), expected + mark);
-    };
-    expectBytes(1);
-    optional.Unset();
-    expectBytes(0);
-}
-
-TEST(OptionalLayoutTest, ValueIsFollowedByTheMarkAndSurvivesUnset) {
-    ExpectValueThenMark<std::int8_t>(-3);
-    ExpectValueThenMark<std::int32_t>(0x01020304);
-    ExpectValueThenMark<std::int64_t>(-5);
-    ExpectValueThenMark<float>(1.5F);
-    ExpectValueThenMark<DateTime>(DateTime::FromUtcTime(77));
-
-    EXPECT_EQ(Bytes(Optional<std::int64_t>()).substr(0, 9), std::string(9, '\0'));
-}
-
 TEST(OptionalLayoutTest, AssigningAnUnsetValueLeavesTheOldOneBehindTheMark) {
     Optional<std::int32_t> target = 0x01020304;
     Optional<std::int32_t> unset = 9;

@@ -50,18 +50,6 @@ TEST(GoodSchema, LineEndsMarksAndEmptyFilesAreNoMatter) {
     EXPECT_TRUE(empty->module->DataTypes().empty());
 }
 
-TEST(GoodSchema, VersionsIncludeThroughOthersAndBranch) {
-    const auto compiled = CompileText(
-        "namespace m;\nversion a;\nversion b includes a;\nversion c includes b;\nversion d includes b;\n");
-    ASSERT_NE(compiled->module, nullptr) << ErrorText(*compiled);
-    const auto& versions = compiled->module->Versions();
-    EXPECT_TRUE(versions[3]->Includes(*versions[0]));
-    EXPECT_TRUE(versions[3]->Includes(*versions[3]));
-    EXPECT_FALSE(versions[3]->Includes(*versions[2]));
-    EXPECT_FALSE(versions[0]->Includes(*versions[3]));
-    EXPECT_TRUE(versions[0]->Includes(*compiled->module->Builtin(Model::BuiltinKind::Int).version));
-}
-
 TEST(GoodSchema, BasesComeFirstAndNothingElseMoves) {
     const auto compiled = CompileText(R"(
         namespace m;

@@ -129,6 +129,40 @@ TEST(Proto, OneNameForTwoIsAnError) {
     }
 }
 
+TEST(Proto, OneFileForTwoIsAnError) {
+    const struct {
+        const char* path; ///< of the second schema file
+        const char* message;
+    } kCases[] = {
+        {"test/support.tavik", "library 'test': schema file 'test/support.tavik' needs the protobuf file "
+                               "'test/support.proto', which "
+                               "the runtime has"},
+        {"a_or_derived.tavik", "library 'test': the choice for type 'm.A' needs the protobuf file "
+                               "'a_or_derived.proto', which schema "
+                               "file 'a_or_derived.tavik' has"},
+        {"types.more",
+         "library 'test': schema file 'types.more' needs the protobuf file 'types.proto', which schema file "
+         "'types.tavik' has"},
+    };
+
+    for (const auto& row : kCases) {
+        const TemporaryFolder folder;
+        const fs::path types = folder.GetPath() / "types.tavik";
+        const fs::path more = folder.GetPath() / row.path;
+        WriteFile(
+            types, "namespace m;\nversion version1;\n/// D.\ndata A wire A since version1;\n"
+                   "/// D.\ndata B : A wire B since version1;\n");
+        WriteFile(more, "namespace m;\n/// D.\ndata C wire C since version1 { a : A; }\n");
+        const auto compiled = CompileFiles(folder.GetPath(), {types, more});
+        ASSERT_NE(compiled->module, nullptr) << ErrorText(*compiled);
+        try {
+            ADD_FAILURE() << ProtoText(*compiled->module);
+        } catch (const std::runtime_error& error) {
+            EXPECT_STREQ(error.what(), row.message);
+        }
+    }
+}
+
 TEST(Proto, ProtobufTakesTheWholeInterface) {
     if (std::system("protoc --version >/dev/null 2>&1") != 0) {
         GTEST_SKIP() << "protoc is not installed";

@@ -149,6 +149,11 @@ INSTANTIATE_TEST_SUITE_P(
         Invocation{{"check", "-", "-"}, 2, "", "only once"},
         Invocation{
             {"convert", kWrongKind}, 2, "", "1_wrong_kind.json:6:13: error: location.port: expected an int"},
+        Invocation{
+            {"convert", "--to-version", "1.0", Example("windows_machine.json")},
+            2,
+            "",
+            "which version morvane.version.version1 does not have"},
         Invocation{{"diff", "-", "-"}, 2, "", "only once"}));
 
 TEST(Convert, WritesWhatReadsBackAsTheSameValue) {
