@@ -83,8 +83,9 @@ function(morvane_add_library name)
     if(NOT BUILD_SHARED_LIBS)
         target_compile_definitions(${name} PUBLIC ${upperName}_STATIC)
     elseif(NOT WIN32)
-        # What a library has registered with the runtime stays in use until the process ends.
-        target_link_options(${name} PRIVATE -Wl,-z,nodelete)
+        # What a library has registered with the runtime stays in use until the process ends. Its own functions are
+        # bound when it is linked.
+        target_link_options(${name} PRIVATE -Wl,-z,nodelete -Wl,-Bsymbolic-functions)
     endif()
 
     install(TARGETS ${name} EXPORT morvaneTypesTargets

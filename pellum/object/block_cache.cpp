@@ -1,5 +1,7 @@
 #include "pellum/object/block_cache.h"
 
+#include "pellum/text/text_cache.h"
+
 #include <cstdint>
 #include <new>
 
@@ -99,6 +101,7 @@ void FreeBlock(void* block, std::size_t size) noexcept {
 }
 
 void ReleaseCachedBlocks() noexcept {
+    ReleaseCachedTexts();
     for (FreeList& list : cache.lists) {
         while (void* const block = list.first) {
             list.first = Next(block);

@@ -19,7 +19,8 @@ namespace Pellum {
 PELLUM_API void* AllocateBlock(std::size_t size) noexcept;
 /// Frees a block that was allocated with the same size. Null does nothing.
 PELLUM_API void FreeBlock(void* block, std::size_t size) noexcept;
-/// Gives back what the calling thread keeps. For threads that have done their work but do not end.
+/// Gives back what the calling thread keeps, texts (see `text_cache.h`) included. For threads that have done
+/// their work but do not end.
 PELLUM_API void ReleaseCachedBlocks() noexcept;
 
 } // namespace Pellum

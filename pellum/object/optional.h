@@ -1,6 +1,7 @@
 #pragma once
 
 #include "pellum/object/block_cache.h"
+#include "pellum/text/text_cache.h"
 
 #include <cassert>
 #include <concepts>
@@ -219,6 +220,7 @@ public:
 private:
     struct Free {
         void operator()(std::string* value) const noexcept {
+            ReleaseTexts(*value);
             value->~basic_string();
             FreeBlock(value, sizeof(std::string));
         }
@@ -232,12 +234,13 @@ private:
         if (block == nullptr) {
             throw std::bad_alloc();
         }
-        try {
-            return Pointer(::new (block) std::string(std::forward<Value>(value)));
-        } catch (...) {
-            FreeBlock(block, sizeof(std::string));
-            throw;
+        Pointer made(::new (block) std::string);
+        if constexpr (std::is_same_v<Value, std::string>) {
+            *made = std::move(value);
+        } else {
+            CopyText(*made, value);
         }
+        return made;
     }
 
     Pointer m_value;

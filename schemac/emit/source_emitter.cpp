@@ -54,7 +54,7 @@ namespace $namespace$ {
 
 $name$::$simple$() = default;
 
-$name$::~$simple$() = default;
+$name$::~$simple$()$destruction$
 
 $name$* $name$::_Clone() const {
     return Morvane::Support::Clone(*this);
@@ -225,6 +225,18 @@ private:
         return rows;
     }
 
+    /// The body of the destructor: required texts leave their storage to others, as optional ones do by
+    /// themselves.
+    static std::string Destruction(const Model::DataType& type) {
+        std::string texts;
+        for (const Model::Property& property : type.properties) {
+            if (FormOf(property) == Form::Text && property.type->Is(Model::BuiltinKind::String)) {
+                texts += (texts.empty() ? "" : ", ") + Naming::MemberName(property.name);
+            }
+        }
+        return texts.empty() ? " = default;" : " {\n    Pellum::ReleaseTexts(" + texts + ");\n}";
+    }
+
     static bool HasReferences(const Model::DataType& type) {
         return std::any_of(
             type.properties.begin(), type.properties.end(), [](const Model::Property& property) {
@@ -260,6 +272,7 @@ private:
             kClassDefinitions, {{"namespace", Naming::CppNamespace(type)},
                                 {"name", name},
                                 {"simple", simple},
+                                {"destruction", Destruction(type)},
                                 {"foreignEqual", isForeign ? base + "::_IsEqual(other, partial) && " : ""},
                                 {"diff", diff},
                                 {"accessors", FaultDefinitions(type) + accessors}});

@@ -54,7 +54,8 @@ enum PropertyFlags : std::uint32_t {
     kSecretFlag = 0x200, ///< a password, key or similar: never shown or logged
 };
 
-/// Identity of one type.
+/// Identity of one type. Programs may have a copy of a library's record, which the linker makes where code of
+/// theirs names one: two records are the same type's when their names stand at the same address.
 struct TypeInfo {
     TypeKind kind;
     const char* name;     ///< dotted name, "morvane.ComputerSpec.LiveComputerLocation"

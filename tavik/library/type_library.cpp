@@ -1,6 +1,8 @@
 #include "tavik/library/type_library.h"
 
 #include <algorithm>
+#include <memory>
+#include <new>
 
 namespace Tavik {
 
@@ -9,6 +11,8 @@ namespace {
 void FillSlots(const TypeLibrary& library) {
     Type** slot = library.slots;
     auto row = library.traits.begin();
+    // In one block, which is never freed, as the types are not.
+    DataObjectType* dataType = std::allocator<DataObjectType>().allocate(library.dataTypes.size());
     for (std::size_t i = 0; i < library.dataTypes.size(); ++i) {
         const DataTypeInfo& info = library.dataTypes[i];
         DataTypeTraits traits;
@@ -16,7 +20,7 @@ void FillSlots(const TypeLibrary& library) {
             traits = (row++)->traits;
         }
         traits.layout = i < library.layouts.size() ? library.layouts[i] : nullptr;
-        *slot++ = CreateDataObjectType(&info, traits);
+        *slot++ = ::new (dataType++) DataObjectType(&info, traits);
     }
     for (const EnumRegistration& registration : library.enums) {
         *slot++ = registration.create(registration.info, registration.functions);

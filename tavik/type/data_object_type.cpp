@@ -1,14 +1,20 @@
 #include "tavik/type/data_object_type.h"
 
 #include "pellum/error/fail_fast.h"
+#include "tavik/type/descriptor_rows.h"
+#include "tavik/type/name_marks.h"
 #include "tavik/type/type_registry.h"
 #include "tavik/type/version.h"
 #include "tavik/value/array_base.h"
 #include "tavik/value/json_text.h"
+#include "tavik/value/text_buffer.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <new>
+#include <string>
+#include <type_traits>
 
 namespace Tavik {
 
@@ -23,6 +29,25 @@ bool IsCountedKind(TypeKind kind) {
 [[gnu::noinline]] void* CopyValue(FieldForm form, const void* member, void* out) {
     WithStorage(form, [&](auto storage) { storage.Get(member, out); });
     return out;
+}
+
+constexpr std::string_view kBehindKey = ": ";
+
+/// The key texts of properties, each ended by a null character, which is in none of them. Those of names that
+/// are no UTF-8 text have nothing behind the key.
+std::string WriteKeyTexts(std::span<const PropertyDescriptor> rows) {
+    std::string texts;
+    {
+        TextBuffer out(texts);
+        for (const PropertyDescriptor& row : rows) {
+            out.Append(", ");
+            if (AppendQuoted(out, row.name)) {
+                out.Append(kBehindKey);
+            }
+            out.Append('\0');
+        }
+    }
+    return texts;
 }
 
 } // namespace
@@ -72,8 +97,10 @@ DataObjectType::DataObjectType(const DataTypeInfo* info, const DataTypeTraits& t
       m_dataInfo(info),
       m_layout(traits.layout),
       m_content(traits.content),
-      m_isDeclaredOpen(traits.content != nullptr),
-      m_httpStatus(traits.httpStatus != 0 ? Pellum::Http::ResponseCode::Find(traits.httpStatus) : nullptr) {}
+      m_httpStatus(traits.httpStatus != 0 ? Pellum::Http::ResponseCode::Find(traits.httpStatus) : nullptr),
+      m_isDeclaredOpen(traits.content != nullptr) {
+    static_assert(std::is_trivially_destructible_v<Property>); // so that freeing their memory is enough
+}
 
 DataObjectType::~DataObjectType() = default;
 
@@ -104,74 +131,64 @@ void DataObjectType::Resolve(TypeRegistry& registry) {
 }
 
 void DataObjectType::AddOwnProperties(TypeRegistry& registry) {
-    const PropertyDescriptor* const rows = m_dataInfo->properties;
-    std::size_t count = 0;
-    while (rows != nullptr && rows[count].name != nullptr) {
-        ++count;
-    }
     if (m_base != nullptr) {
-        m_names = m_base->m_names;
-        m_all.reserve(m_base->m_all.size() + count);
         m_all = m_base->m_all;
+        m_marks = m_base->m_marks;
     }
-    if (count == 0) {
+    const std::span<const PropertyDescriptor> rows = GetRows(m_dataInfo->properties);
+    if (rows.empty()) {
         return;
     }
-    m_own.reserve(count);
-    m_all.reserve(m_all.size() + count);
-    for (std::size_t i = 0; i < count; ++i) {
-        const PropertyDescriptor& row = rows[i];
-        Property& property = m_own.emplace_back();
-        property.m_descriptor = &row;
-        property.m_name = row.name;
-        property.m_owner = this;
-        property.m_index = static_cast<int>(i);
-        if (m_layout != nullptr && property.m_index < m_layout->count) {
-            property.m_layout = m_layout->fields[i];
-        }
-        property.m_type = registry.FindLoading(row.type);
-        property.m_version = registry.FindLoadingVersion(row.version);
-        if (property.m_type == nullptr) {
-            registry.ReportError(
-                std::string("type ") + (row.type != nullptr ? row.type->name : "(none)") + " of property "
-                + row.name + " of " + GetName() + " is not registered");
-        }
-        property.m_counted = row.IsArray() || (row.type != nullptr && IsCountedKind(row.type->kind));
-        m_all.push_back(&property);
-        m_names.Add(property.m_name);
+    const std::string keyTexts = WriteKeyTexts(rows);
+    const std::size_t total = m_all.size() + rows.size();
+    m_memory = std::make_unique_for_overwrite<std::byte[]>(
+        rows.size() * sizeof(Property) + total * (sizeof(Property*) + sizeof(char)) + keyTexts.size());
+    auto* const own = reinterpret_cast<Property*>(m_memory.get());
+    auto** const all = reinterpret_cast<const Property**>(own + rows.size());
+    auto* const marks = reinterpret_cast<char*>(all + total);
+    auto* keyText = marks + total;
+    keyTexts.copy(keyText, keyTexts.size());
+
+    const Property** nextOfAll = std::copy(m_all.begin(), m_all.end(), all);
+    char* nextMark = std::copy(m_marks.begin(), m_marks.end(), marks);
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        Property& property = *::new (own + i) Property();
+        property.m_descriptor = &rows[i];
+        const std::string_view text = keyText;
+        keyText += text.size() + 1;
+        Describe(
+            property, static_cast<int>(i), text.ends_with(kBehindKey) ? text : std::string_view(), registry);
+        *nextOfAll++ = &property;
+        *nextMark++ = NameMarks::Get(property.m_name);
     }
-    WriteKeyTexts();
+    m_own = {own, rows.size()};
+    m_all = {all, total};
+    m_marks = {marks, total};
 }
 
-void DataObjectType::WriteKeyTexts() {
-    constexpr std::string_view kBefore = ", ";
-    constexpr std::string_view kBehind = ": ";
-    std::size_t size = 0;
-    for (const Property& property : m_own) {
-        size += property.m_name.size() + kBefore.size() + kBehind.size() + 2; // with quotes
+void DataObjectType::Describe(
+    Property& property, int index, std::string_view keyText, TypeRegistry& registry) const {
+    const PropertyDescriptor& row = *property.m_descriptor;
+    property.m_name = row.name;
+    property.m_keyText = keyText;
+    property.m_owner = this;
+    property.m_index = index;
+    if (m_layout != nullptr && index < m_layout->count) {
+        property.m_layout = m_layout->fields[index];
     }
-    m_keyTexts.reserve(size);
-    std::vector<std::size_t> ends;
-    ends.reserve(m_own.size());
-    for (const Property& property : m_own) {
-        const std::size_t begin = m_keyTexts.size();
-        m_keyTexts += kBefore;
-        if (AppendQuoted(m_keyTexts, property.m_name)) {
-            m_keyTexts += kBehind;
-        } else {
-            m_keyTexts.resize(begin);
-        }
-        ends.push_back(m_keyTexts.size());
+    property.m_type = registry.FindLoading(row.type);
+    property.m_version = registry.FindLoadingVersion(row.version);
+    if (property.m_type == nullptr) {
+        registry.ReportError(
+            std::string("type ") + (row.type != nullptr ? row.type->name : "(none)") + " of property "
+            + row.name + " of " + GetName() + " is not registered");
     }
-    std::size_t begin = 0;
-    for (std::size_t i = 0; i < ends.size(); begin = ends[i++]) {
-        m_own[i].m_keyText = std::string_view(m_keyTexts).substr(begin, ends[i] - begin);
-    }
+    property.m_counted = row.IsArray() || (row.type != nullptr && IsCountedKind(row.type->kind));
 }
 
 const Property* DataObjectType::FindProperty(std::string_view name) const {
     const std::size_t position =
-        m_names.Find(name, [&](std::size_t at) { return m_all[at]->GetNameText() == name; });
+        NameMarks::Find(m_marks, name, [&](std::size_t at) { return m_all[at]->GetNameText() == name; });
     return position == NameMarks::kNone ? nullptr : m_all[position];
 }
 

@@ -2,13 +2,13 @@
 
 #include "pellum/http/response_code.h"
 #include "tavik/descriptor/field_layout.h"
-#include "tavik/type/name_marks.h"
 #include "tavik/type/type.h"
 #include "tavik/value/field_storage.h"
 
-#include <string>
+#include <cstddef>
+#include <memory>
+#include <span>
 #include <string_view>
-#include <vector>
 
 namespace Tavik {
 
@@ -142,10 +142,10 @@ public:
     DataObjectType* GetBaseType() const override { return m_base; }
 
     /// The type's own properties, in declared order.
-    const std::vector<Property>& GetOwnProperties() const { return m_own; }
+    std::span<const Property> GetOwnProperties() const { return m_own; }
 
     /// All properties, inherited ones first, borrowed.
-    const std::vector<const Property*>& GetProperties() const { return m_all; }
+    std::span<const Property* const> GetProperties() const { return m_all; }
 
     /// Borrowed; null when neither the type nor a base has a property of that name.
     const Property* FindProperty(std::string_view name) const;
@@ -178,19 +178,21 @@ private:
     /// registered.
     void Resolve(TypeRegistry& registry);
     void AddOwnProperties(TypeRegistry& registry);
-    void WriteKeyTexts();
+    void Describe(Property& property, int index, std::string_view keyText, TypeRegistry& registry) const;
 
     const DataTypeInfo* m_dataInfo;
     const DataLayout* m_layout;
-    OpenContentFunction m_content; ///< the type's own, or that of a base
-    const bool m_isDeclaredOpen;
+    OpenContentFunction m_content;                        ///< the type's own, or that of a base
     const Pellum::Http::ResponseCode::Info* m_httpStatus; ///< the type's own, that of a base, or null
     DataObjectType* m_base = nullptr;
+    const bool m_isDeclaredOpen;
     bool m_resolved = false;
-    std::vector<Property> m_own;
-    std::string m_keyTexts; ///< those of the own properties
-    std::vector<const Property*> m_all;
-    NameMarks m_names; ///< of all properties
+    /// What the following refer to, in one block, with the key texts of the own properties. None where there
+    /// are no own ones: what is inherited is the base's then.
+    std::unique_ptr<std::byte[]> m_memory;
+    std::span<const Property> m_own;
+    std::span<const Property* const> m_all;
+    std::string_view m_marks; ///< of the names of all properties
 };
 
 /// Makes the type object of a record; called by a library's loader function. The runtime owns the object.

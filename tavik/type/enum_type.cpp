@@ -1,6 +1,7 @@
 #include "tavik/type/enum_type.h"
 
 #include "pellum/error/exception.h"
+#include "tavik/type/name_marks.h"
 #include "tavik/value/array_base.h"
 
 #include <cstring>
@@ -9,9 +10,14 @@ namespace Tavik {
 
 EnumType::EnumType(const EnumTypeInfo* info, const EnumFuncs* functions)
     : Type(info->type), m_enumInfo(info), m_functions(functions) {
-    for (const char* const* tag = info->values; *tag != nullptr; ++tag) {
-        m_names.Add(*tag);
-        m_tags.push_back(*tag);
+    const char* const* end = info->values;
+    while (*end != nullptr) {
+        ++end;
+    }
+    m_tags.assign(info->values, end);
+    m_marks.reserve(m_tags.size());
+    for (const char* tag : m_tags) {
+        m_marks.push_back(NameMarks::Get(tag));
     }
 }
 
@@ -35,7 +41,8 @@ std::int32_t EnumType::GetValue(const std::string& tag) const {
 }
 
 std::int32_t EnumType::FindValue(std::string_view tag) const {
-    const std::size_t value = m_names.Find(tag, [&](std::size_t at) { return tag == m_tags[at]; });
+    const std::size_t value =
+        NameMarks::Find(m_marks, tag, [&](std::size_t at) { return tag == m_tags[at]; });
     return value == NameMarks::kNone ? -1 : static_cast<std::int32_t>(value);
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "tavik/type/name_marks.h"
 #include "tavik/type/type.h"
 
 #include <cstddef>
@@ -55,7 +54,7 @@ private:
     const EnumTypeInfo* m_enumInfo;
     const EnumFuncs* m_functions;
     std::vector<const char*> m_tags;
-    NameMarks m_names;
+    std::string m_marks; ///< of the tags
 };
 
 } // namespace Tavik

@@ -38,7 +38,9 @@ public:
     }
 
     void Add(std::uint32_t hash, std::uint32_t position) {
-        Reserve(++m_count);
+        if (++m_count > m_slots.size() / 2) {
+            Reserve(m_count);
+        }
         Put({hash, position});
     }
 

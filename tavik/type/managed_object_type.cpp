@@ -1,5 +1,6 @@
 #include "tavik/type/managed_object_type.h"
 
+#include "tavik/type/descriptor_rows.h"
 #include "tavik/type/type_registry.h"
 #include "tavik/value/mo_ref.h"
 #include "tavik/value/scalar_array.h"
@@ -31,13 +32,15 @@ ManagedObjectType::ManagedObjectType(const ManagedTypeInfo* info) : Type(info->t
             info->methodObjects[index] = m_methods.back().get();
         }
     };
-    for (const MethodDescriptor* method = info->methods; method != nullptr && method->name != nullptr;
-         ++method) {
-        add(method, nullptr);
+    const auto methods = GetRows(info->methods);
+    const auto properties = GetRows(info->properties);
+    m_methods.reserve(methods.size() + properties.size());
+    for (const MethodDescriptor& method : methods) {
+        add(&method, nullptr);
     }
     m_ownMethodCount = m_methods.size();
-    for (const PropertyDescriptor* row = info->properties; row != nullptr && row->name != nullptr; ++row) {
-        add(nullptr, row);
+    for (const PropertyDescriptor& row : properties) {
+        add(nullptr, &row);
     }
 }
 
@@ -88,9 +91,10 @@ void ManagedObjectType::ResolveMethod(ManagedMethod& method, TypeRegistry& regis
     if (descriptor->result.type != nullptr) {
         method.m_result = resolve(descriptor->result);
     }
-    for (const PropertyDescriptor* row = descriptor->parameters; row != nullptr && row->name != nullptr;
-         ++row) {
-        method.m_parameters.push_back(resolve(*row));
+    const auto parameters = GetRows(descriptor->parameters);
+    method.m_parameters.reserve(parameters.size());
+    for (const PropertyDescriptor& row : parameters) {
+        method.m_parameters.push_back(resolve(row));
     }
     for (const TypeInfo* const* fault = descriptor->faults; fault != nullptr && *fault != nullptr; ++fault) {
         if (const Type* const type = find(*fault, "a fault")) {

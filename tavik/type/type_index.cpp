@@ -8,9 +8,10 @@ namespace {
 
 constexpr std::uint64_t kMultiplier = 0x9e3779b97f4a7c15; ///< odd, its bits being in no order
 
-/// Descriptors stand at regular distances; the product's high bits depend on all bits of the address.
-std::uint32_t Hash(const TypeInfo* info) {
-    const std::uint64_t address = reinterpret_cast<std::uintptr_t>(info);
+/// A descriptor is known by where its name stands, as copies of it have that in common. The product's high
+/// bits depend on all bits of the address.
+std::uint32_t Hash(const TypeInfo& info) {
+    const std::uint64_t address = reinterpret_cast<std::uintptr_t>(info.name);
     return static_cast<std::uint32_t>(address * kMultiplier >> 32);
 }
 
@@ -58,7 +59,7 @@ Type* TypeIndex::Add(Type* type) {
     const Name wireName(type->GetWireName());
     m_types.push_back({type, name.text, wireName.text});
     if (FindByInfo(&type->GetInfo()) == nullptr) {
-        m_byInfo.Add(Hash(&type->GetInfo()), position);
+        m_byInfo.Add(Hash(type->GetInfo()), position);
     }
     if (Type* const named = Get(FindName(name))) {
         return named;
@@ -88,8 +89,9 @@ Type* TypeIndex::Get(std::uint32_t position) const {
 }
 
 Type* TypeIndex::FindByInfo(const TypeInfo* info) const {
-    return Get(m_byInfo.Find(
-        Hash(info), [&](std::uint32_t position) { return &m_types[position].type->GetInfo() == info; }));
+    return info == nullptr ? nullptr : Get(m_byInfo.Find(Hash(*info), [&](std::uint32_t position) {
+        return m_types[position].name.data() == info->name;
+    }));
 }
 
 std::uint32_t TypeIndex::FindName(const Name& name) const {

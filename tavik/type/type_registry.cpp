@@ -11,6 +11,8 @@
 #include "tavik/type/version_graph.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <exception>
 #include <iterator>
 #include <mutex>
@@ -26,23 +28,6 @@ constinit std::atomic<TypeInfoLoader*> gPendingLoaders{nullptr};
 struct TypeRegistry::Index {
     TypeIndex types;
     std::unordered_map<std::string_view, const Version*> versions;
-};
-
-struct TypeRegistry::State {
-    /// Recursive, because a loader function may look something up.
-    std::recursive_mutex mutex;
-    /// Libraries have been taken off the list of pending ones and are not published yet.
-    std::atomic<bool> isLoading{false};
-    std::atomic<const Index*> published{nullptr};
-    std::vector<std::unique_ptr<const Index>> indexes;
-    const Index* loading = nullptr;
-    VersionGraph versions;
-    std::vector<LoadedLibrary> libraries;
-    std::vector<std::string> errors;
-    std::set<std::string> unknownVersions;
-    /// What was asked for last during a load: rows of one type mostly share the text of their version's name.
-    const char* lastVersionName = nullptr;
-    const Version* lastVersion = nullptr;
 };
 
 namespace {
@@ -63,7 +48,43 @@ private:
     bool m_isNested;
 };
 
+/// Versions by where their names stand: the rows of one library share the texts of a few names. Remembers
+/// some of those that were asked for. Good for one load: whoever loads next may have another text there.
+class VersionsByText {
+public:
+    struct Entry {
+        const char* name = nullptr;
+        const Version* version = nullptr;
+    };
+
+    /// Where that name is remembered, or may be.
+    Entry& At(const char* name) {
+        const auto address = reinterpret_cast<std::uintptr_t>(name);
+        return m_entries[(address ^ address >> 5U) % m_entries.size()];
+    }
+
+    void Clear() { m_entries = {}; }
+
+private:
+    std::array<Entry, 32> m_entries;
+};
+
 } // namespace
+
+struct TypeRegistry::State {
+    /// Recursive, because a loader function may look something up.
+    std::recursive_mutex mutex;
+    /// Libraries have been taken off the list of pending ones and are not published yet.
+    std::atomic<bool> isLoading{false};
+    std::atomic<const Index*> published{nullptr};
+    std::vector<std::unique_ptr<const Index>> indexes;
+    const Index* loading = nullptr;
+    VersionGraph versions;
+    std::vector<LoadedLibrary> libraries;
+    std::vector<std::string> errors;
+    std::set<std::string> unknownVersions;
+    VersionsByText versionsByText; ///< of the load that is running
+};
 
 TypeRegistry& TypeRegistry::Instance() {
     // Never destroyed: types must outlive whatever else is destroyed when the process ends.
@@ -88,7 +109,7 @@ TypeRegistry::TypeRegistry() : m_state(std::make_unique<State>()) {
     }
     AddVersions(*index);
     m_state->loading = nullptr;
-    m_state->lastVersionName = nullptr;
+    m_state->versionsByText.Clear();
     m_state->versions.Seal();
     m_state->published.store(index.get(), std::memory_order_release);
     m_state->indexes.push_back(std::move(index));
@@ -144,7 +165,7 @@ void TypeRegistry::LoadPending(TypeInfoLoader* first) {
         ResolveType(type);
     }
     m_state->loading = outer;
-    m_state->lastVersionName = nullptr; // whoever loads next may have another text there
+    m_state->versionsByText.Clear();
     m_state->versions.Seal();
     m_state->published.store(current, std::memory_order_release);
 }
@@ -167,6 +188,7 @@ void TypeRegistry::CreateTypes(const TypeInfoLoader& loader, std::vector<Type*>&
         reportFailure("the loader function threw something that is no exception");
         return;
     }
+    created.reserve(created.size() + library.types.size());
     std::copy_if(
         library.types.begin(), library.types.end(), std::back_inserter(created),
         [](const Type* type) { return type != nullptr; });
@@ -218,15 +240,15 @@ const Version* TypeRegistry::FindLoadingVersion(const char* name) {
     if (name == nullptr) {
         return nullptr;
     }
-    if (name == m_state->lastVersionName) {
-        return m_state->lastVersion;
+    VersionsByText::Entry& known = m_state->versionsByText.At(name);
+    if (name == known.name) {
+        return known.version;
     }
     const Version* version = m_state->versions.Find(name);
     if (version == nullptr && m_state->unknownVersions.insert(name).second) {
         m_state->errors.push_back(std::string("no library has registered version ") + name);
     }
-    m_state->lastVersionName = name;
-    m_state->lastVersion = version;
+    known = {name, version};
     return version;
 }
 

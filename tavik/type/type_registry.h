@@ -32,7 +32,7 @@ public:
     /// unloaded and an error behind.
     void Load();
 
-    /// By dotted name, wire name or descriptor. Borrowed; null when unknown.
+    /// By dotted name, wire name, or descriptor or a copy of it. Borrowed; null when unknown.
     const Type* FindByName(std::string_view name);
     const Type* FindByWireName(std::string_view wireName);
     const Type* FindByInfo(const TypeInfo* info);

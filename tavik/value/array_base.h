@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pellum/object/block_allocator.h"
 #include "pellum/object/ref.h"
 #include "tavik/value/data_object.h"
 
@@ -62,7 +63,7 @@ protected:
     /// deletes `copy` when it throws `std::bad_alloc`.
     DataArrayBase* CloneArray(DataArrayBase* copy) const;
 
-    std::vector<Pellum::Ref<DataObject>> m_elements;
+    std::vector<Pellum::Ref<DataObject>, Pellum::BlockAllocator<Pellum::Ref<DataObject>>> m_elements;
 };
 
 } // namespace Tavik

@@ -25,6 +25,8 @@ TEST(CatalogueRegistration, FindsEveryTypeByEveryName) {
         EXPECT_EQ(registry.FindByName(name), type);
         EXPECT_EQ(registry.FindByWireName(type->GetWireName()), type);
         EXPECT_EQ(registry.FindByInfo(&type->GetInfo()), type);
+        const Tavik::TypeInfo copy = type->GetInfo(); // as the linker makes it for programs
+        EXPECT_EQ(registry.FindByInfo(&copy), type);
         EXPECT_EQ(registry.FindByName(type->GetWireName()), nullptr);
         EXPECT_EQ(registry.FindByWireName(name), nullptr);
         EXPECT_EQ(registry.FindByName(name + ' '), nullptr);

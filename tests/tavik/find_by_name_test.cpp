@@ -31,13 +31,13 @@ TEST(NameMarks, LeadToTheFirstOfANameAmongMoreNamesThanThereAreMarks) {
     for (int i = 0; i < 1000; ++i) {
         names.push_back("name" + std::to_string(i));
     }
-    NameMarks marks;
+    std::string marks;
     const auto find = [&](const std::string& name) {
-        return marks.Find(name, [&](std::size_t position) { return names[position] == name; });
+        return NameMarks::Find(marks, name, [&](std::size_t position) { return names[position] == name; });
     };
     EXPECT_EQ(find(""), NameMarks::kNone);
     for (const std::string& name : names) {
-        marks.Add(name);
+        marks.push_back(NameMarks::Get(name));
     }
     for (std::size_t i = 0; i < names.size(); ++i) {
         EXPECT_EQ(find(names[i]), i == 4 ? 1 : i == 6 ? 0 : i) << names[i];

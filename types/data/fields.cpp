@@ -2,6 +2,7 @@
 
 #include "pellum/error/fail_fast.h"
 #include "pellum/text/equal.h"
+#include "pellum/text/text_cache.h"
 #include "tavik/value/clone.h"
 #include "tavik/value/compare.h"
 #include "tavik/value/copy_properties.h"
@@ -111,7 +112,7 @@ void CopyOwnFields(const FieldTable& table, Tavik::Any& target, const Tavik::Any
         if (form == WordForm::Bytes) {
             std::memcpy(to + at, &value, kWordSize);
         } else if (form == WordForm::String) {
-            *AsText(to + at) = *AsText(from + at);
+            Pellum::CopyText(*AsText(to + at), *AsText(from + at));
             word += kStringWords - 1;
             at += (kStringWords - 1) * kWordSize;
         } else if (form == WordForm::OptionalString) {
