@@ -67,8 +67,8 @@ check_peer() {
 
 heading="$(describe_machine)"
 step bench-peer "values through protobuf and back" check_peer
-step bench-values "values, fields and names" run_benchmarks values_bench 9 0.04
-step bench-scaling "growth, threads and calls" run_benchmarks scaling_bench 7 0.04
+step bench-values "values, fields and names" run_benchmarks values_bench 25 0.012
+step bench-scaling "growth, threads and calls" run_benchmarks scaling_bench 15 0.02
 if [[ -z "$filter" ]]; then
     step bench-load "loading the library" measure_load
     step bench-size "size of the library" measure_size

@@ -3,9 +3,19 @@
 #include "pellum/text/text_cache.h"
 
 #include <cstdint>
+#include <cstring>
 #include <new>
 
 namespace Pellum {
+
+void* AllocateZeroedBlock(std::size_t size) noexcept {
+    void* block = AllocateBlock(size);
+    if (block != nullptr) {
+        std::memset(block, 0, size);
+        asm volatile("" : "+r"(block) : : "memory"); // also where the linker optimises
+    }
+    return block;
+}
 
 #ifdef PELLUM_KEEPS_BLOCKS
 

@@ -17,6 +17,11 @@ namespace Pellum {
 
 /// A block of at least `size` bytes, aligned as by `operator new`; null when out of memory.
 PELLUM_API void* AllocateBlock(std::size_t size) noexcept;
+/// The same, filled with zeros.
+///
+/// The zeros survive into an object: a constructor begins the life of one, and an optimising compiler may
+/// then drop what was stored before. It can not see into this function.
+PELLUM_API void* AllocateZeroedBlock(std::size_t size) noexcept;
 /// Frees a block that was allocated with the same size. Null does nothing.
 PELLUM_API void FreeBlock(void* block, std::size_t size) noexcept;
 /// Gives back what the calling thread keeps, texts (see `text_cache.h`) included. For threads that have done

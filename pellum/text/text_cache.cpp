@@ -65,7 +65,7 @@ void KeepText(std::string& text) noexcept {
         return;
     }
     Texts& texts = cache.lists[index];
-    if (texts.size() < kMostBytes / (index * kStep)) {
+    if (texts.size() * index < kMostBytes / kStep) {
         try {
             texts.push_back(std::move(text));
         } catch (const std::bad_alloc&) { // then it is thrown away as any other text

@@ -1,5 +1,6 @@
 #include "tavik/type/builtin_types.h"
 
+#include "pellum/object/block_cache.h"
 #include "tavik/descriptor/builtin.h"
 #include "tavik/fault/method_fault.h"
 #include "tavik/fault/runtime_faults.h"
@@ -64,7 +65,7 @@ bool IsAlwaysSet(const Any* /*object*/, int /*index*/) {
 
 template <class T>
 DataObject* Create() {
-    void* storage = AllocateZeroed(sizeof(T));
+    void* storage = Pellum::AllocateZeroedBlock(sizeof(T));
     return storage == nullptr ? nullptr : KeepStorage(::new (storage) T);
 }
 

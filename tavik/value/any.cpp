@@ -1,7 +1,6 @@
 #include "tavik/value/any.h"
 
 #include "pellum/object/block_cache.h"
-#include "tavik/value/clone.h"
 #include "tavik/value/print.h"
 
 namespace Tavik {
@@ -22,11 +21,11 @@ constinit thread_local DestructionState destruction;
 } // namespace
 
 void* Any::operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-    return AllocateZeroed(size);
+    return Pellum::AllocateZeroedBlock(size);
 }
 
 void* Any::operator new(std::size_t size) {
-    void* const storage = AllocateZeroed(size);
+    void* const storage = Pellum::AllocateZeroedBlock(size);
     if (storage == nullptr) {
         throw std::bad_alloc();
     }

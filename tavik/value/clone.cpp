@@ -30,49 +30,6 @@ struct CloneState : RecursionState<PendingClone> {
 
 constinit thread_local CloneState cloning;
 
-/// The extent of one clone. What it puts off is left to the clone around it only if that has asked for the
-/// whole of this object; anything else, a user's class that copies a part of itself for example, may drop the
-/// copy at any time, and has to have it finished. When something throws, what was put off is forgotten.
-class CloneScope {
-public:
-    CloneScope(const Any& source, const void* built)
-        : m_source(source),
-          m_isPart(std::exchange(m_state.part, nullptr) == &source),
-          m_outerBuilt(std::exchange(m_state.built, built)),
-          m_begin(m_state.CountPending()) {}
-
-    ~CloneScope() {
-        m_state.built = m_outerBuilt;
-        if (!m_isDone) {
-            m_state.Forget(m_begin);
-        }
-        if (m_depth.IsOutermost()) {
-            m_state.Free();
-        }
-    }
-
-    CloneScope(const CloneScope&) = delete;
-    CloneScope& operator=(const CloneScope&) = delete;
-
-    void Finish(const Any& copy) {
-        if (m_state.CountPending() > m_begin) {
-            FinishPending(copy);
-        }
-        m_isDone = true;
-    }
-
-private:
-    void FinishPending(const Any& copy);
-
-    CloneState& m_state = cloning;
-    const Any& m_source;
-    const bool m_isPart;
-    const void* m_outerBuilt;
-    const std::size_t m_begin;
-    bool m_isDone = false;
-    DepthScope m_depth{m_state.depth};
-};
-
 /// Names a part while it clones itself, also when that throws.
 class PartScope {
 public:
@@ -107,16 +64,53 @@ void Store(const PendingClone& part) {
     part.property->Set(part.target, copy.Get());
 }
 
-/// Copies what was put off. A copy's own parts are put off again once they are too deep, so that the stack
-/// used does not grow.
-void CloneScope::FinishPending(const Any& copy) {
-    if (m_isPart && typeid(copy) == typeid(m_source)) {
-        return; // left to the clone around it
-    }
-    while (m_state.CountPending() > m_begin) {
-        Store(m_state.TakeLast());
+/// Copies what was put off when there were `begin` already. A copy's own parts are put off again once they
+/// are too deep, so that the stack used does not grow.
+void FinishPending(std::size_t begin) {
+    while (cloning.CountPending() > begin) {
+        Store(cloning.TakeLast());
     }
 }
+
+/// The extent of one clone. What it puts off is left to the clone around it only if that has asked for the
+/// whole of this object; anything else, a user's class that copies a part of itself for example, may drop the
+/// copy at any time, and has to have it finished. When something throws, what was put off is forgotten.
+class CloneScope {
+public:
+    CloneScope(const Any& source, const void* built)
+        : m_part(std::exchange(cloning.part, nullptr) == &source ? &source : nullptr),
+          m_outerBuilt(std::exchange(cloning.built, built)),
+          m_begin(cloning.CountPending()) {
+        ++cloning.depth;
+    }
+
+    ~CloneScope() {
+        cloning.built = m_outerBuilt;
+        if (!m_isDone) {
+            cloning.Forget(m_begin);
+        }
+        if (--cloning.depth == 0) {
+            cloning.Free();
+        }
+    }
+
+    CloneScope(const CloneScope&) = delete;
+    CloneScope& operator=(const CloneScope&) = delete;
+
+    void Finish(const Any& copy) {
+        const bool isPending = cloning.CountPending() > m_begin;
+        if (isPending && (m_part == nullptr || typeid(copy) != typeid(*m_part))) {
+            FinishPending(m_begin);
+        }
+        m_isDone = true;
+    }
+
+private:
+    const Any* m_part; ///< what is cloned, if the clone around this one has asked for it
+    const void* m_outerBuilt;
+    std::size_t m_begin;
+    bool m_isDone = false;
+};
 
 } // namespace
 
@@ -140,18 +134,9 @@ void CloneInto(Any& target, const Property& property, const Any* source) {
     }
 }
 
-void* AllocateZeroed(std::size_t size) noexcept {
-    void* storage = Pellum::AllocateBlock(size);
-    if (storage != nullptr) {
-        std::memset(storage, 0, size);
-        asm volatile("" : "+r"(storage) : : "memory"); // also where the linker optimises
-    }
-    return storage;
-}
-
 Any* CloneWith(const Any& source, std::size_t size, Any* (*construct)(void* storage, const Any& source)) {
     const auto free = [size](void* block) { Pellum::FreeBlock(block, size); };
-    std::unique_ptr<void, decltype(free)> storage(AllocateZeroed(size), free);
+    std::unique_ptr<void, decltype(free)> storage(Pellum::AllocateZeroedBlock(size), free);
     if (storage == nullptr) {
         return nullptr;
     }

@@ -18,14 +18,8 @@ TAVIK_API void CloneInto(void* slot, const Any* source);
 /// The same into a counted property of `target`, which must stay in place as the slot must.
 TAVIK_API void CloneInto(Any& target, const Property& property, const Any* source);
 
-/// Zero-filled storage for one object, null when out of memory.
-///
-/// The zeros survive into the object: a constructor begins the life of an object, and an optimising compiler
-/// may then drop what was stored before. It can not see into this function, nor what the empty assembler
-/// statement in `KeepStorage` reads and writes.
-TAVIK_API void* AllocateZeroed(std::size_t size) noexcept;
-
-/// Makes the compiler forget what it knows of the bytes of an object that was just constructed.
+/// Makes the compiler forget what it knows of the bytes of an object that was just constructed: the empty
+/// assembler statement may have read and written them.
 template <class T>
 T* KeepStorage(T* object) noexcept {
     asm volatile("" : "+r"(object) : : "memory");

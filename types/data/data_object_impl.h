@@ -2,6 +2,7 @@
 
 /// What the definitions of generated classes stand on. Included by generated sources only.
 
+#include "pellum/object/block_cache.h"
 #include "tavik/library/type_library.h"
 #include "types/data/data_object.h"
 #include "types/data/enum_functions.h"
@@ -73,7 +74,7 @@ void FieldFunctions<T>::Reset(Tavik::Any* object, int index) {
 
 template <class T>
 Tavik::DataObject* FieldFunctions<T>::Create() {
-    void* storage = Tavik::AllocateZeroed(sizeof(T));
+    void* storage = Pellum::AllocateZeroedBlock(sizeof(T));
     return storage == nullptr ? nullptr : Tavik::KeepStorage(::new (storage) T);
 }
 

@@ -2,6 +2,7 @@
 
 #include "tavik/descriptor/field_layout.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -83,20 +84,17 @@ constexpr std::size_t CountWords(const std::array<Tavik::FieldLayout, kCount>& f
 template <std::size_t kWords, std::size_t kCount>
 constexpr std::array<FieldWord, kWords> MapWords(const std::array<Tavik::FieldLayout, kCount>& fields) {
     static_assert(kCount <= UINT8_MAX && kWords <= UINT16_MAX);
-    std::array<FieldWord, kWords> words;
+    std::array<FieldWord, kWords> words{};
     const std::size_t first = FirstWord(fields.front());
     for (std::size_t i = kCount; i-- > 0;) {
         const Tavik::FieldLayout& field = fields[i];
         const WordForm form = WordFormOf(field.form);
         const std::size_t begin = FirstWord(field) - first;
         for (std::size_t at = begin; at < EndWord(field) - first; ++at) {
-            FieldWord& word = words[at];
-            if (word.form != WordForm::None && word.form != form) {
-                word.form = WordForm::Fields; // as the next property begins in it, too
-            } else if (at == begin || form == WordForm::Bytes) {
-                word.form = form;
-            }
-            word.field = static_cast<std::uint8_t>(i);
+            const WordForm next = words[at].form; // of the property behind, if that begins in this word, too
+            const WordForm rest = at == begin || form == WordForm::Bytes ? form : WordForm::None;
+            const bool isShared = next != WordForm::None && next != form;
+            words[at] = {static_cast<std::uint8_t>(i), isShared ? WordForm::Fields : std::min(next, rest)};
         }
     }
     return words;

@@ -1,0 +1,88 @@
+#include "pellum/object/block_cache.h"
+#include "pellum/object/optional.h"
+#include "pellum/text/text_cache.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace {
+
+/// A text of its own content for every length.
+std::string TextOf(std::size_t size, char salt) {
+    std::string text(size, salt);
+    for (std::size_t i = 0; i < size; ++i) {
+        text[i] = static_cast<char>(text[i] + static_cast<char>(i % 7));
+    }
+    return text;
+}
+
+std::vector<std::string> CopyTexts(char salt) {
+    std::vector<std::string> copies(600);
+    for (std::size_t size = 0; size < copies.size(); ++size) {
+        Pellum::CopyText(copies[size], TextOf(size, salt));
+    }
+    return copies;
+}
+
+void ExpectTexts(const std::vector<std::string>& texts, char salt) {
+    for (std::size_t size = 0; size < texts.size(); ++size) {
+        EXPECT_EQ(texts[size], TextOf(size, salt));
+    }
+}
+
+TEST(TextCache, CopiesIntoKeptStorageWithoutSharingIt) {
+    for (const char salt : {'a', 'h', 'o'}) {
+        std::vector<std::string> first = CopyTexts(salt);
+        const std::vector<std::string> second = CopyTexts(static_cast<char>(salt + 1));
+        ExpectTexts(first, salt);
+        for (std::string& text : first) {
+            Pellum::ReleaseTexts(text);
+        }
+        ExpectTexts(second, static_cast<char>(salt + 1));
+    }
+    std::string shorter = TextOf(200, 'a'); // has room already
+    Pellum::CopyText(shorter, TextOf(20, 'b'));
+    EXPECT_EQ(shorter, TextOf(20, 'b'));
+    Pellum::ReleaseCachedBlocks();
+    ExpectTexts(CopyTexts('c'), 'c');
+}
+
+TEST(TextCache, TakesTextsOfOtherThreadsAndMoreThanItKeeps) {
+    std::vector<std::string> texts;
+    std::thread([&] {
+        std::vector<std::string> kept = CopyTexts('d');
+        for (std::string& text : kept) {
+            Pellum::ReleaseTexts(text); // freed with the thread
+        }
+        texts = CopyTexts('e');
+    }).join();
+    ExpectTexts(texts, 'e');
+    for (int i = 0; i < 2000; ++i) {
+        std::string text = TextOf(40, 'f');
+        std::string other = TextOf(100, 'g');
+        Pellum::ReleaseTexts(text, other);
+    }
+    ExpectTexts(CopyTexts('h'), 'h');
+}
+
+/// Is destroyed after what the caches do when a thread ends, as it was made before them.
+struct LastOfThread {
+    Pellum::Optional<std::string> text;
+
+    ~LastOfThread() { text = Pellum::Optional<std::string>(TextOf(60, 'i')); }
+};
+
+TEST(TextCache, TextsMayBeThrownAwayAtTheVeryEndOfAThread) {
+    std::thread([] {
+        static thread_local LastOfThread last;
+        last.text = TextOf(50, 'j');
+        std::string text = TextOf(50, 'k');
+        Pellum::ReleaseTexts(text);
+    }).join();
+}
+
+} // namespace
