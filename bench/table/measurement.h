@@ -8,7 +8,7 @@ namespace Bench {
 /// How much is better, and how a number is shown, depends on what it is.
 enum class Unit { Nanoseconds, BytesPerSecond, PerSecond, Bytes };
 
-/// One number that a program measured; of a repeated benchmark the median.
+/// One number that a program measured.
 struct Measurement {
     std::string operation;
     std::string workload;

@@ -5,9 +5,11 @@
 #include "bench/table/grid.h"
 #include "bench/table/sections.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdio>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -48,22 +50,39 @@ std::string FormatValue(double value, Unit unit) {
     return {};
 }
 
+/// Compares two parties within each round, in which both have met the same of what else the machine does, and
+/// takes the median of that; nothing when one was not measured.
+template <class Compare>
+std::optional<double> CompareRounds(const Row& row, const std::string& party, Compare compare) {
+    const auto ours = row.values.find(kOurs);
+    const auto peers = row.values.find(party);
+    if (ours == row.values.end() || peers == row.values.end()) {
+        return std::nullopt;
+    }
+    if (ours->second.size() != peers->second.size()) {
+        return compare(Median(ours->second), Median(peers->second));
+    }
+    std::vector<double> results(ours->second.size());
+    std::transform(ours->second.begin(), ours->second.end(), peers->second.begin(), results.begin(), compare);
+    return Median(results);
+}
+
 /// What of a goal can be said of one row; nothing where it is not measured.
 std::optional<double> Judge(const Goal& goal, const Row& row) {
-    const double* ours = row.Find(kOurs);
-    const double* peers = goal.peer != nullptr ? row.Find(goal.peer) : ours;
-    return ours != nullptr && peers != nullptr ? std::optional(Rate(goal, *ours, *peers)) : std::nullopt;
+    return CompareRounds(row, goal.peer != nullptr ? goal.peer : kOurs, [&](double ours, double peers) {
+        return Rate(goal, ours, peers);
+    });
 }
 
 /// Beside the first peer there is, for a row without goal.
 std::string FormatRatio(const Row& row, const std::vector<std::string>& parties) {
-    const double* ours = row.Find(kOurs);
     for (const std::string& party : parties) {
-        const double* peers = row.Find(party);
-        if (ours != nullptr && peers != nullptr && party != kOurs) {
-            char text[64];
-            std::snprintf(text, sizeof text, "%.2f x %s", *ours / *peers, party.c_str());
-            return text;
+        if (party != kOurs) {
+            if (const auto ratio = CompareRounds(row, party, std::divides<>())) {
+                char text[64];
+                std::snprintf(text, sizeof text, "%.2f x %s", *ratio, party.c_str());
+                return text;
+            }
         }
     }
     return {};
@@ -72,8 +91,8 @@ std::string FormatRatio(const Row& row, const std::vector<std::string>& parties)
 std::vector<std::string> MeasuredCells(const Row& row, const std::vector<std::string>& parties) {
     std::vector<std::string> cells{row.operation, row.workload};
     for (const std::string& party : parties) {
-        const double* value = row.Find(party);
-        cells.push_back(value != nullptr ? FormatValue(*value, row.unit) : "");
+        const std::optional<double> value = row.Find(party);
+        cells.push_back(value ? FormatValue(*value, row.unit) : "");
     }
     return cells;
 }

@@ -87,7 +87,7 @@ void AddMeasurement(Section& section, const Measurement& measurement) {
     if (row == section.rows.end()) {
         row = section.rows.insert(row, {measurement.operation, measurement.workload, measurement.unit, {}});
     }
-    row->values[measurement.party] = measurement.value;
+    row->values[measurement.party].push_back(measurement.value);
     if (Position(section.parties, measurement.party) == section.parties.size()) {
         section.parties.push_back(measurement.party);
     }
@@ -110,9 +110,15 @@ void Order(Section& section) {
 
 } // namespace
 
-const double* Row::Find(const std::string& party) const {
+std::optional<double> Row::Find(const std::string& party) const {
     const auto found = values.find(party);
-    return found == values.end() ? nullptr : &found->second;
+    return found == values.end() ? std::nullopt : std::optional(Median(found->second));
+}
+
+double Median(std::vector<double> numbers) {
+    const auto middle = numbers.begin() + static_cast<std::ptrdiff_t>(numbers.size() / 2);
+    std::nth_element(numbers.begin(), middle, numbers.end());
+    return *middle;
 }
 
 std::vector<Section> MakeSections(const std::vector<Measurement>& measurements) {

@@ -3,6 +3,7 @@
 #include "bench/table/measurement.h"
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,11 +14,15 @@ struct Row {
     std::string operation;
     std::string workload;
     Unit unit;
-    std::map<std::string, double> values; ///< by party
+    /// By party: one number for each round of the benchmarks, in their order; one for what has no rounds.
+    std::map<std::string, std::vector<double>> values;
 
-    /// Null when the party was not measured.
-    const double* Find(const std::string& party) const;
+    /// The median; nothing when the party was not measured.
+    std::optional<double> Find(const std::string& party) const;
 };
+
+/// The middle one, the larger of two. There is at least one.
+double Median(std::vector<double> numbers);
 
 /// Rows that belong together, and who was measured in any of them, ours first.
 struct Section {

@@ -66,7 +66,7 @@ bool AreSameClass(const Any* a, const Any* b) {
 }
 
 /// Compares two values of the same class. The outermost call compares what the others have put off.
-bool AreSameContent(const Any* a, const Any* b, bool partial) {
+[[gnu::noinline]] bool AreSameContent(const Any* a, const Any* b, bool partial) {
     if (equality.depth == kMaxRecursion) {
         // All parts must be equal, in whatever order they are looked at.
         equality.PutOff({a, b, partial});
@@ -103,11 +103,14 @@ bool AreEqualAnysInt(const Any* a, const Any* b, std::uint32_t flags, bool parti
     // Most calls are for a part of something that is being compared, with values of one class; whether an
     // array is empty does not matter then but for a partial match.
     const bool mayBeUnset = a == nullptr || b == nullptr || (partial && (flags & kArrayFlag) != 0);
-    if (!mayBeUnset && HaveSameFunctions(a, b) && 0 < equality.depth && equality.depth < kMaxRecursion) {
-        const DepthScope depth(equality.depth);
-        return a->_IsEqual(b, partial);
+    if (mayBeUnset || !HaveSameFunctions(a, b)) {
+        return AreEqualValues(a, b, flags, partial);
     }
-    return AreEqualValues(a, b, flags, partial);
+    if (equality.depth == 0 || equality.depth == kMaxRecursion) {
+        return AreSameContent(a, b, partial);
+    }
+    const DepthScope depth(equality.depth);
+    return a->_IsEqual(b, partial);
 }
 
 void DiffAnyPropertiesInt(

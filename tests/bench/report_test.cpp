@@ -56,6 +56,18 @@ TEST(BenchReport, JudgesAtTheLimit) {
     }
 }
 
+TEST(BenchReport, ComparesWithinEachRound) {
+    // Ours is half of the peer's in most rounds, whatever the speed of the machine is in them.
+    std::vector<Measurement> rounds;
+    for (const auto& [ours, peers] : {std::pair(10, 20), {20, 40}, {21, 30}, {10, 20}, {20, 40}}) {
+        rounds.push_back({Bench::kClone, "events", Bench::kOurs, double(ours), Unit::Nanoseconds});
+        rounds.push_back({Bench::kClone, "events", Bench::kProtobuf, double(peers), Unit::Nanoseconds});
+    }
+    EXPECT_THAT(Report(rounds), ContainsRegex("20[.]0 ns +30[.]0 ns +0[.]50 +<= 0[.]60 x protobuf +met\n"));
+    rounds.pop_back(); // a round that was not finished
+    EXPECT_THAT(Report(rounds), ContainsRegex("20[.]0 ns +30[.]0 ns +0[.]67 +<= 0[.]60 x .* NOT MET\n"));
+}
+
 TEST(BenchReport, CallsNothingMetThatWasNotMeasured) {
     const std::string clone = "\nclone +<= 0[.]60 x protobuf +";
     EXPECT_THAT(
@@ -82,7 +94,7 @@ TEST(BenchReport, LeavesNothingOut) {
     EXPECT_THAT(report, AllOf(HasSubstr("1.23 MB"), HasSubstr("10.0 ns"), HasSubstr("growth: polish")));
 }
 
-TEST(BenchResults, ReadsMediansAndLines) {
+TEST(BenchResults, ReadsRunsAndLines) {
     const TestSupport::TemporaryFolder folder;
     const auto read = [&](const std::string& name, const std::string& content) {
         return Bench::ReadMeasurements(folder.Write(name, content));
@@ -97,15 +109,15 @@ TEST(BenchResults, ReadsMediansAndLines) {
         EXPECT_DOUBLE_EQ(measured[0].value, value);
         EXPECT_EQ(measured[0].unit, unit);
     };
-    const std::string median = R"("aggregate_name": "median")";
-    check(read("time.json", run(median)), 2500, Unit::Nanoseconds);
-    check(read("speed.json", run(median + R"(, "bytes_per_second": 3e8)")), 3e8, Unit::BytesPerSecond);
-    check(read("rate.json", run(median + R"(, "items_per_second": 7)")), 7, Unit::PerSecond);
-    check(read("each.json", run(median + R"(, "secondsEach": 2e-9)")), 2, Unit::Nanoseconds);
+    const std::string single = R"("run_type": "iteration")";
+    check(read("time.json", run(single)), 2500, Unit::Nanoseconds);
+    check(read("speed.json", run(single + R"(, "bytes_per_second": 3e8)")), 3e8, Unit::BytesPerSecond);
+    check(read("rate.json", run(single + R"(, "items_per_second": 7)")), 7, Unit::PerSecond);
+    check(read("each.json", run(single + R"(, "secondsEach": 2e-9)")), 2, Unit::Nanoseconds);
     check(read("lines.txt", "a\tb\tc\t12.5\tB\n"), 12.5, Unit::Bytes);
-    EXPECT_THAT(read("mean.json", run(R"("aggregate_name": "mean")")), testing::IsEmpty());
+    EXPECT_THAT(read("mean.json", run(R"("aggregate_name": "mean")")), testing::IsEmpty()); // of others
 
-    EXPECT_THROW(read("failed.json", run(median + R"(, "error_occurred": true)")), std::runtime_error);
+    EXPECT_THROW(read("failed.json", run(single + R"(, "error_occurred": true)")), std::runtime_error);
     EXPECT_THROW(read("cut.json", R"({"benchmarks": [)"), std::runtime_error);
     for (const char* line : {"a\tb\tc\t12.5\n", "a\tb\tc\t12.5\tkB\n", "a\tb\tc\tmuch\tB\n"}) {
         EXPECT_THROW(read("lines.txt", line), std::runtime_error) << line;

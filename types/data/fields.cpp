@@ -12,6 +12,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 namespace Morvane::Support {
 
@@ -22,10 +23,15 @@ using Tavik::GetMember;
 using Tavik::WithStorage;
 
 FieldLayout Checked(const FieldTable& table, int index) {
-    if (index < 0 || index >= table.count) {
+    if (static_cast<unsigned>(index) >= static_cast<unsigned>(table.count)) { // negative ones are great then
         Pellum::FailFast(Pellum::kBadPropertyIndex);
     }
     return table.fields[index];
+}
+
+/// Arrays are the only form whose storage is asked by a call: out of the way of the others.
+[[gnu::noinline]] const void* GetArrayPointer(const void* member) {
+    return Tavik::ArrayStorage::Pointer(member);
 }
 
 /// Whether two members that hold no references are equal.
@@ -252,7 +258,14 @@ void* GetField(const FieldTable& table, const void* object, int index, void* out
 
 const void* GetFieldPointer(const FieldTable& table, const void* object, int index) {
     const FieldLayout field = Checked(table, index);
-    return WithStorage(field.form, [&](auto storage) { return storage.Pointer(GetMember(object, field)); });
+    const void* const member = GetMember(object, field);
+    return WithStorage(field.form, [member](auto storage) {
+        if constexpr (std::is_same_v<decltype(storage), Tavik::ArrayStorage>) {
+            return GetArrayPointer(member);
+        } else {
+            return storage.Pointer(member);
+        }
+    });
 }
 
 void SetField(const FieldTable& table, void* object, int index, const void* in) {
