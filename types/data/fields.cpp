@@ -81,6 +81,16 @@ std::string* AsText(char* member) {
     return reinterpret_cast<std::string*>(member);
 }
 
+/// Whether two texts are equal, of which `form` says how they are held.
+inline bool AreEqualTexts(WordForm form, const char* mine, const char* others) {
+    if (form == WordForm::String) {
+        return Pellum::AreEqual(*AsText(mine), *AsText(others));
+    }
+    const Word left = LoadWord(mine);
+    const Word right = LoadWord(others);
+    return left == 0 || right == 0 ? left == right : Pellum::AreEqual(*AsText(left), *AsText(right));
+}
+
 /// Calls `function` with the index of each own property in the word that `word` describes and that begins
 /// `at` bytes from the object's start, until it answers false; whether it never did.
 template <class Function>
@@ -173,15 +183,14 @@ bool AreOwnFieldsEqual(const FieldTable& table, const Tavik::Any& a, const Tavik
             continue;
         }
         if (form == WordForm::String) {
-            if (!Pellum::AreEqual(*AsText(mine + at), *AsText(others + at))) {
+            if (!AreEqualTexts(WordForm::String, mine + at, others + at)) {
                 return false;
             }
             word += kStringWords - 1;
             at += (kStringWords - 1) * kWordSize;
         } else if (form == WordForm::OptionalString) {
-            const bool isEqual = left == 0 || right == 0 ? partial && right == 0
-                                                         : Pellum::AreEqual(*AsText(left), *AsText(right));
-            if (!isEqual) {
+            const bool isMatched = partial && right == 0;
+            if (!isMatched && !AreEqualTexts(WordForm::OptionalString, mine + at, others + at)) {
                 return false;
             }
         } else if (form == WordForm::Reference) {
@@ -194,6 +203,31 @@ bool AreOwnFieldsEqual(const FieldTable& table, const Tavik::Any& a, const Tavik
         }
     }
     return true;
+}
+
+void AppendName(std::string& path, const Tavik::PropertyDescriptor& property) {
+    path += '.';
+    path += property.name;
+}
+
+/// Adds what differs in one property; `path` is that of the object, and may be changed.
+void DiffField(
+    const FieldTable& table, int index, const Tavik::Any& a, const Tavik::Any& b, std::string& path,
+    Tavik::PropertyDiffSet& diffs) {
+    const FieldLayout field = table.fields[index];
+    const Tavik::PropertyDescriptor& property = table.properties[index];
+    const void* mine = GetMember(&a, field);
+    const void* others = GetMember(&b, field);
+    const bool isCounted = field.form == Tavik::FieldForm::Object || field.form == Tavik::FieldForm::Array;
+    if (!isCounted && AreEqualFields(field.form, mine, others)) {
+        return;
+    }
+    AppendName(path, property);
+    if (isCounted) {
+        Tavik::DiffValues(Tavik::LoadRef(mine), Tavik::LoadRef(others), path, property.flags, diffs);
+    } else {
+        diffs.Add(path);
+    }
 }
 
 } // namespace
@@ -227,25 +261,34 @@ void DiffFields(
         ContentOf(table, *a)->Diff(*ContentOf(table, *b), prefix, diffs);
     }
     std::string path = prefix;
-    const auto pathOf = [&](const Tavik::PropertyDescriptor& property) -> const std::string& {
-        path.resize(prefix.size());
-        path += '.';
-        path += property.name;
-        return path;
-    };
-    for (int i = 0; i < table.count; ++i) {
-        const FieldLayout field = table.fields[i];
-        const Tavik::PropertyDescriptor& property = table.properties[i];
-        const void* mine = GetMember(a, field);
-        const void* others = GetMember(b, field);
-        if (field.form == Tavik::FieldForm::Object || field.form == Tavik::FieldForm::Array) {
-            const Tavik::Any* left = Tavik::LoadRef(mine);
-            const Tavik::Any* right = Tavik::LoadRef(others);
-            if (left != right) {
-                Tavik::DiffValues(left, right, pathOf(property), property.flags, diffs);
+    int next = 0; // property to be looked at: one may lie in two words
+    const WordMap map = table.map;
+    const char* const mine = reinterpret_cast<const char*>(a);
+    const char* const others = reinterpret_cast<const char*>(b);
+    std::size_t at = map.first * kWordSize;
+    for (const FieldWord *word = map.words, *end = word + map.count; word < end; ++word, at += kWordSize) {
+        const WordForm form = word->form;
+        const Word left = LoadWord(mine + at);
+        const Word right = LoadWord(others + at);
+        if (form == WordForm::String || form == WordForm::OptionalString) {
+            if (left != right && !AreEqualTexts(form, mine + at, others + at)) {
+                path.resize(prefix.size());
+                AppendName(path, table.properties[word->field]);
+                diffs.Add(path);
             }
-        } else if (!AreEqualFields(field.form, mine, others)) {
-            diffs.Add(pathOf(property));
+        } else if (form == WordForm::Fields || (left != right && form != WordForm::None)) {
+            ForFieldsIn(table, *word, at, [&](int index) {
+                if (index >= next) {
+                    next = index + 1;
+                    path.resize(prefix.size());
+                    DiffField(table, index, *a, *b, path, diffs);
+                }
+                return true;
+            });
+        }
+        if (form == WordForm::String) {
+            word += kStringWords - 1;
+            at += (kStringWords - 1) * kWordSize;
         }
     }
 }
