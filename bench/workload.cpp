@@ -66,7 +66,7 @@ void ChangeLastProperty(Any* value) {
     if (object == nullptr) {
         throw Pellum::Exception("the last property holds neither a plain value nor data objects");
     }
-    const auto& properties = object->_GetDataType()->GetProperties();
+    const auto properties = object->_GetDataType()->GetProperties();
     const auto last =
         std::find_if(properties.rbegin(), properties.rend(), [object](const Property* property) {
             return property->IsSet(object);

@@ -38,7 +38,7 @@ describe_machine() {
     echo "$model, $(nproc) processors, load $(cut -d" " -f1 /proc/loadavg) before; $(c++ --version | head -n 1)."
 }
 
-# In rounds, so that whatever else the machine does meets ours and the peers alike: they are compared within each.
+# run_benchmarks PROGRAM ROUNDS: in rounds, so that whatever else the machine does meets ours and the peers alike: they are compared within each.
 run_benchmarks() {
     local round
     for ((round = 1; round <= $2; ++round)); do

@@ -51,7 +51,8 @@ std::string FormatValue(double value, Unit unit) {
 }
 
 /// Compares two parties within each round, in which both have met the same of what else the machine does, and
-/// takes the median of that; nothing when one was not measured.
+/// takes the median of that; nothing when one was not measured. Where a round lacks one of them, their
+/// medians are compared.
 template <class Compare>
 std::optional<double> CompareRounds(const Row& row, const std::string& party, Compare compare) {
     const auto ours = row.values.find(kOurs);

@@ -14,7 +14,8 @@ struct Row {
     std::string operation;
     std::string workload;
     Unit unit;
-    /// By party: one number for each round of the benchmarks, in their order; one for what has no rounds.
+    /// By party: one number for each round of the benchmarks, in the same order for all; one for what has no
+    /// rounds.
     std::map<std::string, std::vector<double>> values;
 
     /// The median; nothing when the party was not measured.

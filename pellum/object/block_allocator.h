@@ -7,7 +7,8 @@
 
 namespace Pellum {
 
-/// Gives a container of the standard library its storage from the thread's cache of blocks.
+/// Gives a container of the standard library its storage from the thread's cache of blocks (see
+/// `block_cache.h`); another thread may free it. `allocate` throws `std::bad_alloc`.
 template <class T>
 struct BlockAllocator {
     using value_type = T;
@@ -18,6 +19,7 @@ struct BlockAllocator {
     BlockAllocator(const BlockAllocator<U>& /*other*/) noexcept {}
 
     T* allocate(std::size_t count) {
+        static_assert(alignof(T) <= __STDCPP_DEFAULT_NEW_ALIGNMENT__);
         void* const block =
             count <= static_cast<std::size_t>(-1) / sizeof(T) ? AllocateBlock(count * sizeof(T)) : nullptr;
         if (block == nullptr) {

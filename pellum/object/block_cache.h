@@ -17,10 +17,10 @@ namespace Pellum {
 
 /// A block of at least `size` bytes, aligned as by `operator new`; null when out of memory.
 PELLUM_API void* AllocateBlock(std::size_t size) noexcept;
-/// The same, filled with zeros.
-///
-/// The zeros survive into an object: a constructor begins the life of one, and an optimising compiler may
-/// then drop what was stored before. It can not see into this function.
+/// The same, filled with zeros, which the optimiser can not drop: it is kept from knowing of them, also when
+/// linking. A constructor begins the life of an object, though, so whoever makes one here whose constructor
+/// leaves members alone has to hide it once more afterwards (`Tavik::KeepStorage`), or compile with
+/// `-flifetime-dse=1`.
 PELLUM_API void* AllocateZeroedBlock(std::size_t size) noexcept;
 /// Frees a block that was allocated with the same size. Null does nothing.
 PELLUM_API void FreeBlock(void* block, std::size_t size) noexcept;

@@ -220,7 +220,7 @@ public:
 private:
     struct Free {
         void operator()(std::string* value) const noexcept {
-            ReleaseTexts(*value);
+            RecycleTexts(*value);
             value->~basic_string();
             FreeBlock(value, sizeof(std::string));
         }

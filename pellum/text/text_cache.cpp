@@ -10,62 +10,65 @@ namespace Pellum {
 
 namespace {
 
-constexpr std::size_t kStep = 16;                          ///< bytes of storage by which texts are told apart
-constexpr std::size_t kLists = 17;                         ///< of storage up to 256 bytes
-constexpr std::size_t kMostBytes = std::size_t{16} * 1024; ///< of one size
+constexpr std::size_t kTextStep = 16; ///< bytes of storage by which texts are told apart
+constexpr std::size_t kFirstList = 2; ///< of the shortest texts that are copied into kept storage
+constexpr std::size_t kLists = 17; ///< the last one is of 256 to 271 bytes; those before the first stay empty
+constexpr std::size_t kMostTextBytes = std::size_t{16} * 1024; ///< of one list
+
+static_assert((kShortText + 1) / kTextStep + 1 == kFirstList);
 
 using Texts = std::vector<std::string>;
 
-/// Has no destructor, so that every access is a plain one: `Closer` frees what is in it. The list at `i` is
-/// of texts with at least `i * kStep` bytes of storage, the final null character's included.
-struct Cache {
-    Texts* lists = nullptr; ///< owned; null before the first text and after the last
-    bool isOpened = false;  ///< and stays so when the thread has closed it
+/// Has no destructor, so that every access is a plain one: `TextCloser` frees what is in it. The list at `i`
+/// is of texts with at least `i * kTextStep` bytes of storage, the final null character's included.
+struct KeptTexts {
+    Texts* lists = nullptr; ///< owned; null before the first text, and once the thread has ended
+    bool isOpened = false;  ///< and stays so then
 };
 
-constinit thread_local Cache cache;
+constinit thread_local KeptTexts kept;
 
 /// Frees the texts of a thread that ends.
-struct Closer {
-    Closer() = default;
+struct TextCloser {
+    TextCloser() = default;
 
-    ~Closer() { delete[] std::exchange(cache.lists, nullptr); }
+    ~TextCloser() { delete[] std::exchange(kept.lists, nullptr); }
 
-    Closer(const Closer&) = delete;
-    Closer& operator=(const Closer&) = delete;
+    TextCloser(const TextCloser&) = delete;
+    TextCloser& operator=(const TextCloser&) = delete;
 };
 
 /// Prepares the thread for keeping texts, once; false when that can not be.
-[[gnu::noinline]] bool Open() {
-    if (!std::exchange(cache.isOpened, true)) {
-        static thread_local const Closer closer;
-        cache.lists = new (std::nothrow) Texts[kLists];
+[[gnu::noinline]] bool OpenTexts() {
+    if (!std::exchange(kept.isOpened, true)) {
+        static thread_local const TextCloser closer;
+        kept.lists = new (std::nothrow) Texts[kLists];
     }
-    return cache.lists != nullptr;
+    return kept.lists != nullptr;
 }
 
 } // namespace
 
 void CopyLongText(std::string& to, const std::string& from) {
-    const std::size_t index = from.size() / kStep + 1;
+    const std::size_t index = from.size() / kTextStep + 1;
     if (index < kLists && to.capacity() < from.size()) {
-        if (cache.lists != nullptr && !cache.lists[index].empty()) {
-            to = std::move(cache.lists[index].back());
-            cache.lists[index].pop_back();
+        if (kept.lists != nullptr && !kept.lists[index].empty()) {
+            to = std::move(kept.lists[index].back());
+            kept.lists[index].pop_back();
         } else {
-            to.reserve(index * kStep - 1);
+            to.reserve(index * kTextStep - 1);
         }
     }
     to = from;
 }
 
 void KeepText(std::string& text) noexcept {
-    const std::size_t index = (text.capacity() + 1) / kStep;
-    if (index >= kLists || (cache.lists == nullptr && !Open())) {
+    const std::size_t index = (text.capacity() + 1) / kTextStep;
+    if (index < kFirstList || index >= kLists || (kept.lists == nullptr && !OpenTexts())) {
         return;
     }
-    Texts& texts = cache.lists[index];
-    if (texts.size() * index < kMostBytes / kStep) {
+    Texts& texts = kept.lists[index];
+    if (texts.size() * index < kMostTextBytes / kTextStep) {
         try {
             texts.push_back(std::move(text));
         } catch (const std::bad_alloc&) { // then it is thrown away as any other text
@@ -74,8 +77,8 @@ void KeepText(std::string& text) noexcept {
 }
 
 void ReleaseCachedTexts() noexcept {
-    for (std::size_t i = 0; cache.lists != nullptr && i < kLists; ++i) {
-        Texts().swap(cache.lists[i]);
+    for (std::size_t i = kFirstList; kept.lists != nullptr && i < kLists; ++i) {
+        Texts().swap(kept.lists[i]);
     }
 }
 

@@ -5,19 +5,24 @@
 #include <cstddef>
 #include <string>
 
-/// Storage for the texts of values. Each thread keeps some of the long texts that it throws away, and copies
-/// others into their storage: the allocator's part in that is the larger one.
+/// Storage for the texts of values. Each thread keeps the storage of some of the long texts that it throws
+/// away, and copies others into it, which saves the larger part of a copy.
 ///
-/// Kept and bounded as blocks are (see `block_cache.h`): 16 KiB of texts of each size, up to 255 characters.
+/// Who keeps texts and for how long is as with blocks (see `block_cache.h`). A thread keeps at most 16 KiB of
+/// characters for each step of 16 up to 256, and a `std::string` for each text. What a text said stays in its
+/// storage until that is used again or given back. All functions are thread safe: every thread has its own.
 namespace Pellum {
 
-/// Texts up to this length have their characters in themselves, or cost no more than if they had.
+/// The longest text that a `std::string` of libstdc++ holds in itself.
 inline constexpr std::size_t kShortText = 15;
 
+/// `CopyText` of a text longer than `kShortText`.
 PELLUM_API void CopyLongText(std::string& to, const std::string& from);
+/// `RecycleTexts` of one text that has storage of its own.
 PELLUM_API void KeepText(std::string& text) noexcept;
 
-/// Assigns a text. Throws `std::bad_alloc`, and leaves `to` as it was then.
+/// Assigns `from` to `to`, into storage that the thread has kept where `to` has no room. Throws
+/// `std::bad_alloc`; `to` is as it was then, but perhaps with more room.
 inline void CopyText(std::string& to, const std::string& from) {
     if (from.size() <= kShortText) {
         to = from;
@@ -26,9 +31,10 @@ inline void CopyText(std::string& to, const std::string& from) {
     }
 }
 
-/// Takes the storage of texts that are about to be destroyed; they may hold anything afterwards.
+/// Keeps the storage of texts that are about to be destroyed, where there is room for it. They may hold
+/// anything afterwards.
 template <class... Text>
-void ReleaseTexts(Text&... texts) noexcept {
+void RecycleTexts(Text&... texts) noexcept {
     ((texts.capacity() > kShortText ? KeepText(texts) : void()), ...);
 }
 

@@ -130,7 +130,7 @@ void AppendLine(std::string& text, const std::string& line) {
 /// The names of one scope, each of which may be taken once.
 class Scope {
 public:
-    /// Both are for the message: whose scope it is, and of what the names are.
+    /// `what` says whose scope it is, `kind` what the names are of; both are for the message.
     explicit Scope(std::string what, std::string kind = "name")
         : m_what(std::move(what)), m_kind(std::move(kind)) {}
 

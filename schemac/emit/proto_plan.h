@@ -19,7 +19,7 @@ struct ProtoChoice {
 /// One .proto file.
 struct ProtoFile {
     std::string path;
-    std::string user;                              ///< what it is called like, for messages
+    std::string user;                              ///< what needs a file of that name, for messages
     std::vector<const Model::SourceFile*> sources; ///< the schema that it stands for, if any
     std::vector<const Model::Type*> types;         ///< data types, faults and enumerations, nested ones, too
     std::vector<const ProtoChoice*> choices;

@@ -206,8 +206,8 @@ private:
         return type.properties.empty()
                  ? ""
                  : "static constexpr std::array kFields = {\n" + Rows(type, "TYPES_FIELD")
-                       + "};\nstatic constexpr auto kWords = MapWords<CountWords(kFields)>(kFields);\n"
-                         "static constexpr WordMap kMap = ListWords(kWords, kFields);\n";
+                       + "};\nstatic constexpr auto kWords = DescribeWords<CountWords(kFields)>(kFields);\n"
+                         "static constexpr WordMap kMap = MakeWordMap(kWords, kFields);\n";
     }
 
     static std::string CheckRows(const Model::DataType& type) {
@@ -234,7 +234,7 @@ private:
                 texts += (texts.empty() ? "" : ", ") + Naming::MemberName(property.name);
             }
         }
-        return texts.empty() ? " = default;" : " {\n    Pellum::ReleaseTexts(" + texts + ");\n}";
+        return texts.empty() ? " = default;" : " {\n    Pellum::RecycleTexts(" + texts + ");\n}";
     }
 
     static bool HasReferences(const Model::DataType& type) {

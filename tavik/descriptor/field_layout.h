@@ -36,7 +36,7 @@ enum class FieldForm : std::uint8_t {
 struct FieldLayout {
     std::uint32_t offset = 0; ///< bytes from the object's start
     FieldForm form = FieldForm::Unknown;
-    std::uint16_t size = 0; ///< bytes, without what follows to align the next one
+    std::uint16_t size = 0; ///< bytes of the member, its own padding included
 };
 
 inline const void* GetMember(const void* object, FieldLayout layout) {

@@ -63,6 +63,11 @@ struct TypeInfo {
     const char* version;  ///< name of the API version that introduced the type
 };
 
+/// Whether two records are of one type: a library's own, perhaps, and a program's copy of it.
+constexpr bool AreSameType(const TypeInfo& a, const TypeInfo& b) {
+    return a.name == b.name;
+}
+
 /// One property, method parameter or method result. Lists end with a row whose name is null.
 struct PropertyDescriptor {
     const TypeInfo* type; ///< the element type; null for a method without result

@@ -11,7 +11,7 @@ namespace {
 void FillSlots(const TypeLibrary& library) {
     Type** slot = library.slots;
     auto row = library.traits.begin();
-    // In one block, which is never freed, as the types are not.
+    // In one block. Nobody ever frees types, so nobody has to know which of them were made alone.
     DataObjectType* dataType = std::allocator<DataObjectType>().allocate(library.dataTypes.size());
     for (std::size_t i = 0; i < library.dataTypes.size(); ++i) {
         const DataTypeInfo& info = library.dataTypes[i];

@@ -156,7 +156,7 @@ void DataObjectType::AddOwnProperties(TypeRegistry& registry) {
         property.m_descriptor = &rows[i];
         const std::string_view text = keyText;
         keyText += text.size() + 1;
-        Describe(
+        FillProperty(
             property, static_cast<int>(i), text.ends_with(kBehindKey) ? text : std::string_view(), registry);
         *nextOfAll++ = &property;
         *nextMark++ = NameMarks::Get(property.m_name);
@@ -166,7 +166,7 @@ void DataObjectType::AddOwnProperties(TypeRegistry& registry) {
     m_marks = {marks, total};
 }
 
-void DataObjectType::Describe(
+void DataObjectType::FillProperty(
     Property& property, int index, std::string_view keyText, TypeRegistry& registry) const {
     const PropertyDescriptor& row = *property.m_descriptor;
     property.m_name = row.name;

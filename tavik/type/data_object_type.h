@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <memory>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace Tavik {
@@ -86,9 +87,10 @@ public:
         return static_cast<const Any*>(GetFieldPointer(object));
     }
 
+    /// Copies the value to `*out`, which is of the property's plain type, and returns `out`.
     void* Get(const Any* object, void* out) const;
 
-    /// The same for a text, without a call to reach it.
+    /// The same for a property of plain text, inline where its place is known.
     void* Get(const Any* object, std::string* out) const {
         if (m_layout.form != FieldForm::String) {
             return Get(object, static_cast<void*>(out));
@@ -141,10 +143,11 @@ public:
 
     DataObjectType* GetBaseType() const override { return m_base; }
 
-    /// The type's own properties, in declared order.
+    /// The type's own properties, in declared order, borrowed from it. None before the types have been
+    /// loaded.
     std::span<const Property> GetOwnProperties() const { return m_own; }
 
-    /// All properties, inherited ones first, borrowed.
+    /// All properties, inherited ones first, likewise.
     std::span<const Property* const> GetProperties() const { return m_all; }
 
     /// Borrowed; null when neither the type nor a base has a property of that name.
@@ -178,7 +181,8 @@ private:
     /// registered.
     void Resolve(TypeRegistry& registry);
     void AddOwnProperties(TypeRegistry& registry);
-    void Describe(Property& property, int index, std::string_view keyText, TypeRegistry& registry) const;
+    /// Fills in all but the descriptor of an own property. `keyText` is borrowed from `m_memory`.
+    void FillProperty(Property& property, int index, std::string_view keyText, TypeRegistry& registry) const;
 
     const DataTypeInfo* m_dataInfo;
     const DataLayout* m_layout;

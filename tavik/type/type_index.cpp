@@ -90,7 +90,7 @@ Type* TypeIndex::Get(std::uint32_t position) const {
 
 Type* TypeIndex::FindByInfo(const TypeInfo* info) const {
     return info == nullptr ? nullptr : Get(m_byInfo.Find(Hash(*info), [&](std::uint32_t position) {
-        return m_types[position].name.data() == info->name;
+        return AreSameType(m_types[position].type->GetInfo(), *info);
     }));
 }
 

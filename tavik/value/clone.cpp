@@ -5,7 +5,6 @@
 #include "tavik/value/depth_scope.h"
 #include "tavik/value/ref_slot.h"
 
-#include <cstring>
 #include <memory>
 #include <new>
 #include <typeinfo>

@@ -132,7 +132,7 @@ void ValueWalker::EnterBoxed(const PrimitiveBase& boxed, const Type* declared) {
 void ValueWalker::VisitProperties() {
     Frame& frame = m_frames.back();
     const DataObject* const object = frame.object;
-    const auto& properties = frame.type->GetProperties();
+    const auto properties = frame.type->GetProperties();
     while (frame.next < properties.size()) {
         const Property& property = *properties[frame.next++];
         const void* const value = property.GetFieldIfSet(object);

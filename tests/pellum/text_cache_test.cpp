@@ -40,7 +40,7 @@ TEST(TextCache, CopiesIntoKeptStorageWithoutSharingIt) {
         const std::vector<std::string> second = CopyTexts(static_cast<char>(salt + 1));
         ExpectTexts(first, salt);
         for (std::string& text : first) {
-            Pellum::ReleaseTexts(text);
+            Pellum::RecycleTexts(text);
         }
         ExpectTexts(second, static_cast<char>(salt + 1));
     }
@@ -51,12 +51,31 @@ TEST(TextCache, CopiesIntoKeptStorageWithoutSharingIt) {
     ExpectTexts(CopyTexts('c'), 'c');
 }
 
+TEST(TextCache, CopiesIntoWhatWasGivenBack) {
+    Pellum::ReleaseCachedTexts();
+    for (std::size_t size = 16; size < 256; ++size) {
+        std::string first;
+        Pellum::CopyText(first, TextOf(size, 'a'));
+        const char* const storage = first.data();
+        Pellum::RecycleTexts(first);
+        if (!first.empty()) {
+            GTEST_SKIP() << "this build keeps no texts";
+        }
+        std::string second;
+        Pellum::CopyText(second, TextOf(size, 'b'));
+        EXPECT_EQ(second.data(), storage) << size;
+    }
+    std::string small(20, 'c'); // too small for any text that is copied so
+    Pellum::RecycleTexts(small);
+    EXPECT_EQ(small.size(), 20U);
+}
+
 TEST(TextCache, TakesTextsOfOtherThreadsAndMoreThanItKeeps) {
     std::vector<std::string> texts;
     std::thread([&] {
         std::vector<std::string> kept = CopyTexts('d');
         for (std::string& text : kept) {
-            Pellum::ReleaseTexts(text); // freed with the thread
+            Pellum::RecycleTexts(text); // freed with the thread
         }
         texts = CopyTexts('e');
     }).join();
@@ -64,7 +83,7 @@ TEST(TextCache, TakesTextsOfOtherThreadsAndMoreThanItKeeps) {
     for (int i = 0; i < 2000; ++i) {
         std::string text = TextOf(40, 'f');
         std::string other = TextOf(100, 'g');
-        Pellum::ReleaseTexts(text, other);
+        Pellum::RecycleTexts(text, other);
     }
     ExpectTexts(CopyTexts('h'), 'h');
 }
@@ -81,7 +100,7 @@ TEST(TextCache, TextsMayBeThrownAwayAtTheVeryEndOfAThread) {
         static thread_local LastOfThread last;
         last.text = TextOf(50, 'j');
         std::string text = TextOf(50, 'k');
-        Pellum::ReleaseTexts(text);
+        Pellum::RecycleTexts(text);
     }).join();
 }
 

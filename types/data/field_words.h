@@ -10,19 +10,24 @@
 
 /// The words of an object, as its class's own properties lie in them. Most words of two objects are the same
 /// or nothing, so that copying and comparing by words is far less work than by properties.
+///
+/// A word may hold members of a base, or of a class derived from this one, beside its own. Copying it whole
+/// is right all the same, as whatever shares a word is plain bytes that the copy is to have, too; where only
+/// those others differ, the own properties are compared one by one, and are equal.
 namespace Morvane::Support {
 
 /// What is copied and compared at a time.
 using Word = std::uintptr_t;
 
-/// What there is to do about a word.
+/// What there is to do about a word. The order counts: first those that are equal when their words are, and
+/// `None` last, so that every other form comes before it.
 enum class WordForm : std::uint8_t {
     Bytes,          ///< of properties that are equal when their bytes are, perhaps also when they are not
     Reference,      ///< one counted reference
     OptionalString, ///< one pointer
     String,         ///< begin of one property, which takes up `kStringWords`
     Fields,         ///< properties to be looked at one by one
-    None,           ///< nothing: no own property, or the rest of one
+    None,           ///< nothing: no own property, or the rest of one that its first word stands for
 };
 
 /// Whether there is nothing to look at where two objects have the same word.
@@ -34,7 +39,7 @@ inline constexpr std::size_t kStringWords = sizeof(std::string) / sizeof(Word);
 static_assert(sizeof(std::string) % sizeof(Word) == 0);
 
 struct FieldWord {
-    std::uint8_t field = 0; ///< the first property that lies in it, if any
+    std::uint16_t field = 0; ///< the first property that lies in it, if any
     WordForm form = WordForm::None;
 };
 
@@ -81,27 +86,34 @@ constexpr std::size_t CountWords(const std::array<Tavik::FieldLayout, kCount>& f
     return EndWord(fields.back()) - FirstWord(fields.front());
 }
 
+/// What those words are.
 template <std::size_t kWords, std::size_t kCount>
-constexpr std::array<FieldWord, kWords> MapWords(const std::array<Tavik::FieldLayout, kCount>& fields) {
-    static_assert(kCount <= UINT8_MAX && kWords <= UINT16_MAX);
+constexpr std::array<FieldWord, kWords> DescribeWords(const std::array<Tavik::FieldLayout, kCount>& fields) {
+    static_assert(
+        kCount <= UINT16_MAX && kWords <= UINT16_MAX,
+        "FieldWord::field and WordMap::count have to hold them");
     std::array<FieldWord, kWords> words{};
     const std::size_t first = FirstWord(fields.front());
     for (std::size_t i = kCount; i-- > 0;) {
         const Tavik::FieldLayout& field = fields[i];
+        if (i + 1 < kCount && field.offset >= fields[i + 1].offset) {
+            throw "properties have to be in the order of their places"; // which ends the constant evaluation
+        }
         const WordForm form = WordFormOf(field.form);
         const std::size_t begin = FirstWord(field) - first;
         for (std::size_t at = begin; at < EndWord(field) - first; ++at) {
             const WordForm next = words[at].form; // of the property behind, if that begins in this word, too
             const WordForm rest = at == begin || form == WordForm::Bytes ? form : WordForm::None;
             const bool isShared = next != WordForm::None && next != form;
-            words[at] = {static_cast<std::uint8_t>(i), isShared ? WordForm::Fields : std::min(next, rest)};
+            words[at] = {static_cast<std::uint16_t>(i), isShared ? WordForm::Fields : std::min(next, rest)};
         }
     }
     return words;
 }
 
+/// The map of a class, which borrows `words`.
 template <std::size_t kWords, std::size_t kCount>
-constexpr WordMap ListWords(
+constexpr WordMap MakeWordMap(
     const std::array<FieldWord, kWords>& words, const std::array<Tavik::FieldLayout, kCount>& fields) {
     return {words.data(), kWords, static_cast<std::uint16_t>(FirstWord(fields.front()))};
 }

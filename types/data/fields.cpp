@@ -23,7 +23,8 @@ using Tavik::GetMember;
 using Tavik::WithStorage;
 
 FieldLayout Checked(const FieldTable& table, int index) {
-    if (static_cast<unsigned>(index) >= static_cast<unsigned>(table.count)) { // negative ones are great then
+    if (static_cast<unsigned>(index)
+        >= static_cast<unsigned>(table.count)) { // negative ones are too large then
         Pellum::FailFast(Pellum::kBadPropertyIndex);
     }
     return table.fields[index];
@@ -69,26 +70,26 @@ const Tavik::Any* AsValue(Word word) {
     return reinterpret_cast<const Tavik::Any*>(word);
 }
 
-const std::string* AsText(Word word) {
+const std::string* HeldText(Word word) {
     return reinterpret_cast<const std::string*>(word);
 }
 
-const std::string* AsText(const char* member) {
+const std::string* TextAt(const char* member) {
     return reinterpret_cast<const std::string*>(member);
 }
 
-std::string* AsText(char* member) {
+std::string* TextAt(char* member) {
     return reinterpret_cast<std::string*>(member);
 }
 
 /// Whether two texts are equal, of which `form` says how they are held.
-inline bool AreEqualTexts(WordForm form, const char* mine, const char* others) {
+bool AreEqualTexts(WordForm form, const char* mine, const char* others) {
     if (form == WordForm::String) {
-        return Pellum::AreEqual(*AsText(mine), *AsText(others));
+        return Pellum::AreEqual(*TextAt(mine), *TextAt(others));
     }
     const Word left = LoadWord(mine);
     const Word right = LoadWord(others);
-    return left == 0 || right == 0 ? left == right : Pellum::AreEqual(*AsText(left), *AsText(right));
+    return left == 0 || right == 0 ? left == right : Pellum::AreEqual(*HeldText(left), *HeldText(right));
 }
 
 /// Calls `function` with the index of each own property in the word that `word` describes and that begins
@@ -128,12 +129,12 @@ void CopyOwnFields(const FieldTable& table, Tavik::Any& target, const Tavik::Any
         if (form == WordForm::Bytes) {
             std::memcpy(to + at, &value, kWordSize);
         } else if (form == WordForm::String) {
-            Pellum::CopyText(*AsText(to + at), *AsText(from + at));
+            Pellum::CopyText(*TextAt(to + at), *TextAt(from + at));
             word += kStringWords - 1;
             at += (kStringWords - 1) * kWordSize;
         } else if (form == WordForm::OptionalString) {
             if (value != 0) {
-                reinterpret_cast<Pellum::Optional<std::string>*>(to + at)->SetValue(*AsText(value));
+                reinterpret_cast<Pellum::Optional<std::string>*>(to + at)->SetValue(*HeldText(value));
             }
         } else if (form == WordForm::Reference) {
             if (value != 0) {
@@ -271,7 +272,8 @@ void DiffFields(
         const Word left = LoadWord(mine + at);
         const Word right = LoadWord(others + at);
         if (form == WordForm::String || form == WordForm::OptionalString) {
-            if (left != right && !AreEqualTexts(form, mine + at, others + at)) {
+            const bool isSame = left == right && IsEqualAsWord(form);
+            if (!isSame && !AreEqualTexts(form, mine + at, others + at)) {
                 path.resize(prefix.size());
                 AppendName(path, table.properties[word->field]);
                 diffs.Add(path);

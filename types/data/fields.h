@@ -22,6 +22,7 @@ using ClassCheck = void (*)(Tavik::Any* value);
 
 /// The own properties of a class, in descriptor order, and where the inherited ones are.
 struct FieldTable : Tavik::DataLayout {
+    /// The same properties by words: what copying, equality and difference go over.
     WordMap map;
     const Tavik::PropertyDescriptor* properties;
     /// The checks of references by index, null for other properties; null when there are no references.

@@ -15,7 +15,7 @@ constexpr std::size_t kMostSkipped = 8;
 } // namespace
 
 std::size_t FindPosition(const DataObjectType& type, std::size_t next, std::string_view name) {
-    const auto& properties = type.GetProperties();
+    const auto properties = type.GetProperties();
     const std::size_t end = std::min(next + kMostSkipped, properties.size());
     for (std::size_t position = next; position < end; ++position) {
         if (Pellum::AreEqual(name, properties[position]->GetNameText())) {

@@ -446,7 +446,7 @@ void ValueBuilder::ReferenceMember(const Frame& frame, const Token& token) {
 }
 
 void ValueBuilder::CheckRequired(const Frame& frame) const {
-    const auto& properties = frame.type->GetProperties();
+    const auto properties = frame.type->GetProperties();
     for (std::size_t i = 0; i < properties.size(); ++i) {
         if ((m_marks[frame.marks + i] & kSet) == 0 && !properties[i]->IsOptional()) {
             RefuseMissing(frame);
@@ -457,7 +457,7 @@ void ValueBuilder::CheckRequired(const Frame& frame) const {
 
 /// Unless all that is missing is no part of the version.
 void ValueBuilder::RefuseMissing(const Frame& frame) const {
-    const auto& properties = frame.type->GetProperties();
+    const auto properties = frame.type->GetProperties();
     std::vector<std::string> missing;
     for (std::size_t i = 0; i < properties.size(); ++i) {
         const Property& property = *properties[i];

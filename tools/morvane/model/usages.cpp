@@ -11,27 +11,29 @@ namespace {
 constexpr std::array<const char*, 4> kRoles = {"property", "parameter", "result", "fault"};
 
 void AppendUsages(const Tavik::Type& named, const Member& member, std::vector<std::vector<Usage>>& byRole) {
-    const Tavik::TypeInfo* info = &named.GetInfo();
+    const auto isMeant = [&](const Tavik::TypeInfo* info) {
+        return info != nullptr && Tavik::AreSameType(*info, named.GetInfo());
+    };
     const std::string place = std::string(member.owner->GetName()) + '.' + member.name;
     const auto add = [&](std::size_t role, const std::string& detail = {}) {
         byRole[role].push_back({member, kRoles.at(role), place + detail, &named});
     };
-    if (member.property != nullptr && member.property->type == info) {
+    if (member.property != nullptr && isMeant(member.property->type)) {
         add(0);
     }
     if (member.method == nullptr) {
         return;
     }
     for (const auto* parameter = member.method->parameters; parameter->name != nullptr; ++parameter) {
-        if (parameter->type == info) {
+        if (isMeant(parameter->type)) {
             add(1, '(' + std::string(parameter->name) + ')');
         }
     }
-    if (member.method->result.type == info) {
+    if (isMeant(member.method->result.type)) {
         add(2);
     }
     for (const auto* fault = member.method->faults; *fault != nullptr; ++fault) {
-        if (*fault == info) {
+        if (isMeant(*fault)) {
             add(3);
         }
     }
