@@ -9,7 +9,8 @@
 /// away, and copies others into it, which saves the larger part of a copy.
 ///
 /// Who keeps texts and for how long is as with blocks (see `block_cache.h`). A thread keeps at most 16 KiB of
-/// characters for each step of 16 up to 256, and a `std::string` for each text. What a text said stays in its
+/// each size, which are steps of 16 bytes up to 256 to which texts are rounded down, and a `std::string` for
+/// each text: some 400 KB if it throws away thousands of texts of all sizes. What a text said stays in its
 /// storage until that is used again or given back. All functions are thread safe: every thread has its own.
 namespace Pellum {
 

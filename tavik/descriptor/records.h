@@ -55,7 +55,7 @@ enum PropertyFlags : std::uint32_t {
 };
 
 /// Identity of one type. Programs may have a copy of a library's record, which the linker makes where code of
-/// theirs names one: two records are the same type's when their names stand at the same address.
+/// theirs names one; its texts are the library's.
 struct TypeInfo {
     TypeKind kind;
     const char* name;     ///< dotted name, "morvane.ComputerSpec.LiveComputerLocation"
@@ -63,9 +63,10 @@ struct TypeInfo {
     const char* version;  ///< name of the API version that introduced the type
 };
 
-/// Whether two records are of one type: a library's own, perhaps, and a program's copy of it.
-constexpr bool AreSameType(const TypeInfo& a, const TypeInfo& b) {
-    return a.name == b.name;
+/// Whether two records may be of one type: the same one, or a library's own and a program's copy of it. So
+/// may those of two types in one program that have all of that in common, whose texts the linker has merged.
+constexpr bool MayBeSameType(const TypeInfo& a, const TypeInfo& b) {
+    return a.kind == b.kind && a.name == b.name && a.wireName == b.wireName && a.version == b.version;
 }
 
 /// One property, method parameter or method result. Lists end with a row whose name is null.

@@ -58,7 +58,7 @@ Type* TypeIndex::Add(Type* type) {
     const Name name(type->GetName());
     const Name wireName(type->GetWireName());
     m_types.push_back({type, name.text, wireName.text});
-    if (FindByInfo(&type->GetInfo()) == nullptr) {
+    if (FindRecord(type->GetInfo()) == nullptr) {
         m_byInfo.Add(Hash(type->GetInfo()), position);
     }
     if (Type* const named = Get(FindName(name))) {
@@ -88,9 +88,18 @@ Type* TypeIndex::Get(std::uint32_t position) const {
     return position == HashPositions::kNone ? nullptr : m_types[position].type;
 }
 
+Type* TypeIndex::FindRecord(const TypeInfo& info) const {
+    return Get(m_byInfo.Find(
+        Hash(info), [&](std::uint32_t position) { return &m_types[position].type->GetInfo() == &info; }));
+}
+
 Type* TypeIndex::FindByInfo(const TypeInfo* info) const {
-    return info == nullptr ? nullptr : Get(m_byInfo.Find(Hash(*info), [&](std::uint32_t position) {
-        return AreSameType(m_types[position].type->GetInfo(), *info);
+    if (info == nullptr) {
+        return nullptr;
+    }
+    Type* const type = FindRecord(*info);
+    return type != nullptr ? type : Get(m_byInfo.Find(Hash(*info), [&](std::uint32_t position) {
+        return MayBeSameType(m_types[position].type->GetInfo(), *info);
     }));
 }
 

@@ -22,7 +22,7 @@ public:
     /// Has the type that was added last be found by those of its names that no other type has.
     void AddFreeNames();
 
-    /// Null when unknown.
+    /// The type of that record or, when there is none, of one that it may be a copy of. Null when unknown.
     Type* FindByInfo(const TypeInfo* info) const;
     Type* FindByName(std::string_view name) const;
     Type* FindByWireName(std::string_view wireName) const;
@@ -31,6 +31,8 @@ public:
     std::vector<std::string> GetNames() const;
 
 private:
+    /// The type of exactly that record; null when unknown.
+    Type* FindRecord(const TypeInfo& info) const;
     /// A name and its hash.
     struct Name;
 

@@ -29,8 +29,9 @@ public:
     virtual ~Any() = default;
 
     /// Values come from the thread's cache of blocks and begin as zeros: constructors of data objects leave
-    /// required numbers, booleans and enumeration values as they find them. Data objects elsewhere have to be
-    /// filled by `__autoclassinit2` before they are constructed.
+    /// required numbers, booleans and enumeration values as they find them, and comparing looks at padding,
+    /// too (what is in there never decides). Data objects elsewhere, elements of `new T[n]` as well, have to
+    /// be filled by `__autoclassinit2` before they are constructed.
     static void* operator new(std::size_t size);
     static void* operator new(std::size_t size, const std::nothrow_t&) noexcept;
 
@@ -50,6 +51,10 @@ public:
     virtual Any* _Clone() const = 0;
     /// Whether this equals `other`, which must be of the same class. With `partial` every optional property
     /// that is unset in `other` matches whatever this value holds.
+    ///
+    /// Very deep parts are compared only when the outermost comparison ends, and "true" says so much about
+    /// them until then: what an implementation hands on has to be part of the two values, and to be needed
+    /// for them to be equal. The same goes for `_DiffProperties`.
     virtual bool _IsEqual(const Any* other, bool partial) const = 0;
     /// Adds to `diffs` the path of every property in which this and `other`, of the same class, differ; each
     /// path begins with `prefix`.

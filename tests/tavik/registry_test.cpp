@@ -171,6 +171,11 @@ TEST(Registry, ReportsClashesAndKeepsTheFirst) {
             EXPECT_THAT(
                 errors.back(), AllOf(HasSubstr("clash."), HasSubstr("ClashType"), HasSubstr(clash.what)));
         }
+        const auto types = Registry().GetLibraries().back().types;
+        for (const Tavik::Type* type : types) {
+            EXPECT_EQ(
+                Registry().FindByInfo(&type->GetInfo()), type); // not the first one, whose texts it shares
+        }
         EXPECT_EQ(Registry().FindByName("clash.Type"), stays);
         EXPECT_EQ(Registry().FindByWireName("ClashType"), stays);
         EXPECT_EQ(Registry().FindByName("clash.Other"), nullptr);

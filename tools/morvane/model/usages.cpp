@@ -12,7 +12,7 @@ constexpr std::array<const char*, 4> kRoles = {"property", "parameter", "result"
 
 void AppendUsages(const Tavik::Type& named, const Member& member, std::vector<std::vector<Usage>>& byRole) {
     const auto isMeant = [&](const Tavik::TypeInfo* info) {
-        return info != nullptr && Tavik::AreSameType(*info, named.GetInfo());
+        return info != nullptr && Tavik::MayBeSameType(*info, named.GetInfo());
     };
     const std::string place = std::string(member.owner->GetName()) + '.' + member.name;
     const auto add = [&](std::size_t role, const std::string& detail = {}) {
