@@ -228,18 +228,23 @@ private:
 
     using Pointer = std::unique_ptr<std::string, Free>;
 
-    template <class Value>
-    static Pointer Make(Value&& value) {
+    static Pointer MakeEmpty() {
         void* const block = AllocateBlock(sizeof(std::string));
         if (block == nullptr) {
             throw std::bad_alloc();
         }
-        Pointer made(::new (block) std::string);
-        if constexpr (std::is_same_v<Value, std::string>) {
-            *made = std::move(value);
-        } else {
-            CopyText(*made, value);
-        }
+        return Pointer(::new (block) std::string);
+    }
+
+    static Pointer Make(const std::string& value) {
+        Pointer made = MakeEmpty();
+        CopyText(*made, value);
+        return made;
+    }
+
+    static Pointer Make(std::string&& value) {
+        Pointer made = MakeEmpty();
+        *made = std::move(value);
         return made;
     }
 

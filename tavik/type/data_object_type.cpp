@@ -142,7 +142,7 @@ void DataObjectType::AddOwnProperties(TypeRegistry& registry) {
     const std::string keyTexts = WriteKeyTexts(rows);
     const std::size_t total = m_all.size() + rows.size();
     m_memory = std::make_unique_for_overwrite<std::byte[]>(
-        rows.size() * sizeof(Property) + total * (sizeof(Property*) + sizeof(char)) + keyTexts.size());
+        rows.size() * sizeof(Property) + total * (sizeof(void*) + sizeof(char)) + keyTexts.size());
     auto* const own = reinterpret_cast<Property*>(m_memory.get());
     auto** const all = reinterpret_cast<const Property**>(own + rows.size());
     auto* const marks = reinterpret_cast<char*>(all + total);
