@@ -7,7 +7,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <iostream>
@@ -89,12 +88,12 @@ bool MeasureApart(Sample (*measure)(const char*), const char* library, std::vect
     return isRead;
 }
 
-double Median(std::vector<Sample> samples, double Sample::*value) {
-    const auto middle = samples.begin() + static_cast<std::ptrdiff_t>(samples.size() / 2);
-    std::nth_element(samples.begin(), middle, samples.end(), [value](const Sample& a, const Sample& b) {
-        return a.*value < b.*value;
-    });
-    return (*middle).*value;
+/// One line a start, so that ours and the peer's are compared pair by pair.
+void Print(
+    const char* operation, const char* party, const std::vector<Sample>& samples, double Sample::*value) {
+    for (const Sample& sample : samples) {
+        Bench::PrintResult(operation, kLibraryOfTypes, party, sample.*value, "ns");
+    }
 }
 
 } // namespace
@@ -117,10 +116,10 @@ int main(int argc, char** argv) {
             return EXIT_FAILURE;
         }
     }
-    Bench::PrintResult(Bench::kColdStart, kLibraryOfTypes, Bench::kOurs, Median(ours, &Sample::whole), "ns");
-    Bench::PrintResult(Bench::kLoad, kLibraryOfTypes, Bench::kOurs, Median(ours, &Sample::load), "ns");
+    Print(Bench::kColdStart, Bench::kOurs, ours, &Sample::whole);
+    Print(Bench::kLoad, Bench::kOurs, ours, &Sample::load);
     if (hasPeer) {
-        Bench::PrintResult(Bench::kColdStart, kLibraryOfTypes, argv[2], Median(peers, &Sample::whole), "ns");
+        Print(Bench::kColdStart, argv[2], peers, &Sample::whole);
     }
     return EXIT_SUCCESS;
 }

@@ -82,7 +82,7 @@ std::string* TextAt(char* member) {
     return reinterpret_cast<std::string*>(member);
 }
 
-/// Whether two texts are equal, of which `form` says how they are held. Inline: or GCC makes it a call for each.
+/// Whether two texts are equal, of which `form` says how they are held. Inline, or GCC calls it for each.
 inline bool AreEqualTexts(WordForm form, const char* mine, const char* others) {
     if (form == WordForm::String) {
         return Pellum::AreEqual(*TextAt(mine), *TextAt(others));
