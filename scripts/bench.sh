@@ -24,6 +24,13 @@ while [[ $# -gt 0 ]]; do
     shift 2
 done
 
+status=0
+[[ '' =~ $filter ]] || status=$?
+if [[ $status -eq 2 ]]; then
+    echo "bench.sh: --filter takes an extended regular expression, and '$filter' is none" >&2
+    exit 2
+fi
+
 bin=build/release/bin
 library="$(realpath build/release/lib/libmorvaneTypes.so)"
 peer="build/release/lib/libmorvane_proto.so"
@@ -38,7 +45,8 @@ describe_machine() {
     echo "$model, $(nproc) processors, load $(cut -d" " -f1 /proc/loadavg) before; $(c++ --version | head -n 1)."
 }
 
-# run_benchmarks PROGRAM ROUNDS: in rounds, so that whatever else the machine does meets ours and the peers alike: they are compared within each.
+# run_benchmarks PROGRAM ROUNDS: in rounds, so that whatever else the machine does meets ours and the peers alike: they
+# are compared within each.
 run_benchmarks() {
     local round
     for ((round = 1; round <= $2; ++round)); do

@@ -82,6 +82,12 @@ std::string* TextAt(char* member) {
     return reinterpret_cast<std::string*>(member);
 }
 
+/// Goes from the first word of a required text, which begins `at` bytes from the object's start, to its last.
+void GoToEndOfText(const FieldWord*& word, std::size_t& at) {
+    word += kStringWords - 1;
+    at += (kStringWords - 1) * kWordSize;
+}
+
 /// Whether two texts are equal, of which `form` says how they are held. Inline, or GCC calls it for each.
 inline bool AreEqualTexts(WordForm form, const char* mine, const char* others) {
     if (form == WordForm::String) {
@@ -130,8 +136,7 @@ void CopyOwnFields(const FieldTable& table, Tavik::Any& target, const Tavik::Any
             std::memcpy(to + at, &value, kWordSize);
         } else if (form == WordForm::String) {
             Pellum::CopyText(*TextAt(to + at), *TextAt(from + at));
-            word += kStringWords - 1;
-            at += (kStringWords - 1) * kWordSize;
+            GoToEndOfText(word, at);
         } else if (form == WordForm::OptionalString) {
             if (value != 0) {
                 reinterpret_cast<Pellum::Optional<std::string>*>(to + at)->SetValue(*HeldText(value));
@@ -187,8 +192,7 @@ bool AreOwnFieldsEqual(const FieldTable& table, const Tavik::Any& a, const Tavik
             if (!AreEqualTexts(WordForm::String, mine + at, others + at)) {
                 return false;
             }
-            word += kStringWords - 1;
-            at += (kStringWords - 1) * kWordSize;
+            GoToEndOfText(word, at);
         } else if (form == WordForm::OptionalString) {
             const bool isMatched = partial && right == 0;
             if (!isMatched && !AreEqualTexts(WordForm::OptionalString, mine + at, others + at)) {
@@ -289,8 +293,7 @@ void DiffFields(
             });
         }
         if (form == WordForm::String) {
-            word += kStringWords - 1;
-            at += (kStringWords - 1) * kWordSize;
+            GoToEndOfText(word, at);
         }
     }
 }
