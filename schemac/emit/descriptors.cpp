@@ -87,7 +87,7 @@ std::string MethodsName(const Model::Type& type) {
 }
 
 std::string ImportListName(const Model::SourceFile& file) {
-    std::string name = file.path.substr(0, file.path.rfind('.'));
+    std::string name = Naming::PathStem(file.path);
     for (char& c : name) {
         c = c == '/' || c == '-' || c == '.' ? '_' : c;
     }

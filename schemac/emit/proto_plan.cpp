@@ -175,7 +175,7 @@ void ProtoPlan::MakeFiles(const Model::Module& module) {
     const auto addSource = [&](const Model::SourceFile* source) {
         if (nodeOf.emplace(source, nodes.size()).second) {
             nodes.push_back(
-                {source->path.substr(0, source->path.rfind('.')) + ".proto",
+                {Naming::PathStem(source->path) + ".proto",
                  "schema file '" + source->path + "'",
                  {source},
                  {},

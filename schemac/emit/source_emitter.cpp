@@ -302,8 +302,7 @@ private:
 
 void SourceEmitter::Emit(const Model::Module& module, OutputSet& output) {
     for (const Model::SourceFile* file : module.Files()) {
-        const std::string stem = file->path.substr(0, file->path.rfind('.'));
-        output.Add(stem + ".gen.cpp", SourceWriter(module, *file).Write());
+        output.Add(Naming::PathStem(file->path) + ".gen.cpp", SourceWriter(module, *file).Write());
     }
 }
 

@@ -3,6 +3,7 @@
 #include "schemac/model/module.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace Schemac::Naming {
 
@@ -220,9 +221,13 @@ std::string StubClass(const Model::Type& type) {
     return type.IsBuiltin() ? "Tavik::StubImpl" : QualifiedClassName(type) + "Stub";
 }
 
+std::string PathStem(const std::string& path) {
+    return std::filesystem::path(path).replace_extension().generic_string();
+}
+
 std::string StubHeaderPath(const Model::Type& type) {
     const std::string path = HeaderPath(type);
-    return path.empty() ? path : path.substr(0, path.rfind('.')) + "_stub.h";
+    return path.empty() ? path : PathStem(path) + "_stub.h";
 }
 
 std::string DescriptorGlobal(const Model::Type& type) {

@@ -79,6 +79,9 @@ std::string AccessorName(Accessor accessor, std::string_view property, const Mod
 /// Stub of a managed type, "Morvane::SessionManagerStub"; what all stubs stand on for the runtime's root.
 std::string StubClass(const Model::Type& type);
 
+/// A path without the extension of its file, if that has one: "types/api/core/session" of "….tavik".
+std::string PathStem(const std::string& path);
+
 /// Header that declares the stub: "types/api/core/session_manager_stub.h".
 std::string StubHeaderPath(const Model::Type& type);
 

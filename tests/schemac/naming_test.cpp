@@ -24,6 +24,12 @@ TEST(Naming, SnakeCase) {
     }
 }
 
+TEST(Naming, PathStem) {
+    EXPECT_EQ(PathStem("types/session.tavik"), "types/session");
+    EXPECT_EQ(PathStem("dir.v1/types"), "dir.v1/types"); // the dot is the folder's
+    EXPECT_EQ(PathStem("dir/.hidden"), "dir/.hidden");
+}
+
 TEST(Naming, WordsOfCpp) {
     for (const char* word : {"class", "and", "xor_eq", "alignas", "co_await", "int", "register"}) {
         EXPECT_EQ(Enumerator(word), std::string(word) + "_");
