@@ -84,8 +84,9 @@ function(morvane_add_library name)
         target_compile_definitions(${name} PUBLIC ${upperName}_STATIC)
     elseif(NOT WIN32)
         # What a library has registered with the runtime stays in use until the process ends. Its own functions are
-        # bound when it is linked.
+        # bound when it is linked; those of others are called without a jump through a table, and bound when it is loaded.
         target_link_options(${name} PRIVATE -Wl,-z,nodelete -Wl,-Bsymbolic-functions)
+        target_compile_options(${name} PRIVATE -fno-plt)
     endif()
 
     install(TARGETS ${name} EXPORT morvaneTypesTargets

@@ -15,7 +15,8 @@ step() {
         printf 'FAILED  %4d s\n' $((SECONDS - start))
         echo "--- the end of $logs/$name.log:"
         # Of a test run only what failed.
-        grep -vE '^ *(Start +[0-9]+:|[0-9]+/[0-9]+ Test .* Passed )' "$logs/$name.log" | tail -n 60
+        grep -vE '^ *(Start +[0-9]+:|[0-9]+/[0-9]+ Test .* Passed |[0-9]+: (\[ RUN |\[ +OK |\[---|.?$))' \
+            "$logs/$name.log" | tail -n 60
         return 1
     fi
 }
@@ -27,12 +28,19 @@ build_preset() {
     cmake --preset "$preset" && cmake --build --preset "$preset" --parallel "$jobs" ${1:+--target "$@"}
 }
 
-# What ctest wrote to a step's log, in numbers: it counts what was skipped as passed.
+# What ctest wrote to a step's log, in numbers: it counts what was skipped as passed. Where a test is a whole program, and
+# ctest was told to be verbose, the program's cases are counted.
 test_summary() {
-    awk '/^ *[0-9]+\/[0-9]+ Test +#[0-9]+: / {
-             if ($0 ~ /\*\*\*Skipped/) skipped++
-             else if ($0 ~ / Passed +[0-9.]+ sec$/) passed++
-             else failed++
+    awk '/^[0-9]+: \[       OK \] / { passed++ }
+         /^[0-9]+: \[  SKIPPED \] .* \([0-9]+ ms\)/ { skipped++ }
+         /^[0-9]+: \[  FAILED  \] .* \([0-9]+ ms\)/ { failed++ }
+         /^ *[0-9]+\/[0-9]+ Test +#[0-9]+: / { # the last one counts where a test was repeated
+             result[$3] = /\*\*\*Skipped/ ? "skipped" : / Passed +[0-9.]+ sec$/ ? "passed" : "failed"
          }
-         END { if (NR) printf "%d passed, %d skipped, %d failed\n", passed, skipped, failed }' "$logs/$1.log"
+         END {
+             for (test in result) results[result[test]]++
+             if (!passed) { passed = results["passed"]; skipped = results["skipped"] }
+             if (failed < results["failed"]) failed = results["failed"]
+             if (NR) printf "%d passed, %d skipped, %d failed\n", passed, skipped, failed
+         }' "$logs/$1.log"
 }

@@ -17,7 +17,9 @@ if ! scripts/wine-root.sh check 2>"$notRun"; then
 fi
 rm -f "$notRun"
 step windows-root "make the root for Wine, if it is missing" scripts/wine-root.sh make
-step windows-test "test mingw32" scripts/wine-root.sh run ctest --preset mingw32 --parallel "$jobs" || {
+# Wine has been seen to hang where a program that had passed was to end.
+step windows-test "test mingw32" \
+    scripts/wine-root.sh run ctest --preset mingw32 --parallel "$jobs" --verbose --repeat after-timeout:2 || {
     test_summary windows-test
     exit 1
 }

@@ -27,7 +27,8 @@ const std::vector<SectionForm>& GetForms() {
          {kCreate, kClone, kEquality, kLateInequality, kDifference, kEncode, kDecode, kEncodeBinary,
           kDecodeBinary}},
         {"Fields and names",
-         "Plain: the accessor of the class, or a std::unordered_map of the same names.",
+         "Plain: the accessor of the class, as a call beside the record, or a std::unordered_map of the same "
+         "names.",
          {kFieldPointer, kFieldRecord, kFieldGet, kFindType, kFindWireType, kFindProperty}},
         {"The library",
          "Cold start: until all types are there (ours), until the library is loaded (the peer). Memory: by "

@@ -1,5 +1,6 @@
 #include "pellum/text/text_cache.h"
 
+#include <memory>
 #include <new>
 #include <utility>
 #include <vector>
@@ -53,8 +54,10 @@ void CopyLongText(std::string& to, const std::string& from) {
     const std::size_t index = from.size() / kTextStep + 1;
     if (index < kLists && to.capacity() < from.size()) {
         if (kept.lists != nullptr && !kept.lists[index].empty()) {
-            to = std::move(kept.lists[index].back());
-            kept.lists[index].pop_back();
+            Texts& texts = kept.lists[index];
+            std::destroy_at(&to); // and made anew, which is half the work of an assignment
+            std::construct_at(&to, std::move(texts.back()));
+            texts.pop_back();
         } else {
             to.reserve(index * kTextStep - 1);
         }

@@ -6,6 +6,7 @@
 #include "tavik/value/field_storage.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <span>
 #include <string>
@@ -71,9 +72,7 @@ public:
 
     const void* GetFieldPointer(const Any* object) const {
         return m_layout.form == FieldForm::Unknown ? GetFieldPointerByRecord(object)
-                                                   : WithStorage(m_layout.form, [&](auto storage) {
-                                                         return storage.Pointer(GetMember(object, m_layout));
-                                                     });
+                                                   : GetPointer(m_layout.form, GetMember(object, m_layout));
     }
 
     /// The same where the property is set; null where it is not.
@@ -90,12 +89,20 @@ public:
     /// Copies the value to `*out`, which is of the property's plain type, and returns `out`.
     void* Get(const Any* object, void* out) const;
 
-    /// The same for a property of plain text, inline where its place is known.
+    /// The same for a property of plain text, or an int, inline where its place is known.
     void* Get(const Any* object, std::string* out) const {
         if (m_layout.form != FieldForm::String) {
             return Get(object, static_cast<void*>(out));
         }
         InlineStorage<std::string>::Get(GetMember(object, m_layout), out);
+        return out;
+    }
+
+    void* Get(const Any* object, std::int32_t* out) const {
+        if (m_layout.form != FieldForm::Int && m_layout.form != FieldForm::OptionalInt) {
+            return Get(object, static_cast<void*>(out));
+        }
+        TrivialStorage<std::int32_t>::Get(GetMember(object, m_layout), out);
         return out;
     }
 

@@ -45,7 +45,7 @@ private:
 
 /// A copy without one of its parts would be none: what `_Clone` could not get the memory for ends the whole
 /// clone.
-Any* ClonePart(const Any& source) {
+[[gnu::always_inline]] inline Any* ClonePart(const Any& source) {
     const PartScope scope(source);
     Any* copy = source._Clone();
     if (copy == nullptr) {
@@ -111,15 +111,22 @@ private:
     bool m_isDone = false;
 };
 
+/// What `CloneInto` does with a null or too deep a part.
+[[gnu::noinline]] void ClearOrPutOff(void* slot, const Any* source) {
+    if (source == nullptr) {
+        StoreRef(slot, nullptr);
+    } else {
+        cloning.PutOff({slot, source});
+    }
+}
+
 } // namespace
 
 void CloneInto(void* slot, const Any* source) {
-    if (source == nullptr) {
-        StoreRef(slot, nullptr);
-    } else if (cloning.depth < kMaxRecursion) {
+    if (source != nullptr && cloning.depth < kMaxRecursion) {
         StoreRef(slot, ClonePart(*source));
     } else {
-        cloning.PutOff({slot, source});
+        ClearOrPutOff(slot, source);
     }
 }
 

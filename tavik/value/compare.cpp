@@ -36,7 +36,7 @@ public:
     explicit ComparisonScope(State& state) : m_state(state), m_depth(state.depth) {}
 
     ~ComparisonScope() {
-        if (IsOutermost()) {
+        if (m_state.pending != nullptr && IsOutermost()) {
             m_state.Free();
         }
     }
@@ -65,20 +65,25 @@ bool AreSameClass(const Any* a, const Any* b) {
     return HaveSameFunctions(a, b) || typeid(*a) == typeid(*b);
 }
 
-/// Compares two values of the same class. The outermost call compares what the others have put off.
-[[gnu::noinline]] bool AreSameContent(const Any* a, const Any* b, bool partial) {
-    if (equality.depth == kMaxRecursion) {
-        // All parts must be equal, in whatever order they are looked at.
-        equality.PutOff({a, b, partial});
-        return true;
-    }
-    const ComparisonScope scope(equality);
-    bool equal = a->_IsEqual(b, partial);
-    while (scope.IsOutermost() && equal && equality.CountPending() > 0) {
+/// Compares what was put off. All parts must be equal, in whatever order they are looked at.
+[[gnu::noinline]] bool ArePendingEqual() {
+    bool equal = true;
+    while (equal && equality.CountPending() > 0) {
         const PendingEquality next = equality.TakeLast();
         equal = next.a->_IsEqual(next.b, next.partial);
     }
     return equal;
+}
+
+/// Compares two values of the same class. The outermost call compares what the others have put off.
+[[gnu::noinline]] bool AreSameContent(const Any* a, const Any* b, bool partial) {
+    if (equality.depth == kMaxRecursion) {
+        equality.PutOff({a, b, partial});
+        return true;
+    }
+    const ComparisonScope scope(equality);
+    return a->_IsEqual(b, partial)
+        && (equality.pending == nullptr || !scope.IsOutermost() || ArePendingEqual());
 }
 
 /// What `AreEqualAnysInt` answers; out of the way of the usual case there.

@@ -67,7 +67,15 @@ struct InlineStorage {
 
     static T& As(void* member) { return *static_cast<T*>(member); }
 
-    static void Get(const void* member, void* out) { As(out) = As(member); }
+    static void Get(const void* member, void* out) {
+        if constexpr (std::is_same_v<T, std::string>) {
+            if (As(out).capacity() < As(member).size()) {
+                As(out) = std::string(As(member)); // takes less than to make room
+                return;
+            }
+        }
+        As(out) = As(member);
+    }
 
     static const void* Pointer(const void* member) { return member; }
 
@@ -234,6 +242,25 @@ decltype(auto) WithStorage(FieldForm form, Function function) {
     case FieldForm::Unknown: break;
     }
     return function(ObjectStorage());
+}
+
+/// Those forms which are few in a value, or take a call.
+[[gnu::noinline]] inline const void* GetSeldomPointer(FieldForm form, const void* member) {
+    return WithStorage(form, [member](auto storage) -> const void* { return storage.Pointer(member); });
+}
+
+/// `Pointer` of whatever form but `Unknown`. A few comparisons are less work than a jump through a table.
+inline const void* GetPointer(FieldForm form, const void* member) {
+    if (form <= FieldForm::PropertyPathText) [[likely]] {
+        return member; // there always is a value
+    }
+    if (form == FieldForm::OptionalString || form == FieldForm::Object) {
+        return LoadRef(member); // the one or the other is held by a pointer
+    }
+    if (form == FieldForm::OptionalInt) {
+        return OptionalTrivialStorage<std::int32_t>::Pointer(member);
+    }
+    return GetSeldomPointer(form, member);
 }
 
 /// The form of a member by its C++ type.

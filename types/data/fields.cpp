@@ -30,11 +30,6 @@ FieldLayout Checked(const FieldTable& table, int index) {
     return table.fields[index];
 }
 
-/// Arrays are the only form whose storage is asked by a call: out of the way of the others.
-[[gnu::noinline]] const void* GetArrayPointer(const void* member) {
-    return Tavik::ArrayStorage::Pointer(member);
-}
-
 /// Whether two members that hold no references are equal.
 bool AreEqualFields(Tavik::FieldForm form, const void* a, const void* b) {
     return WithStorage(form, [&](auto storage) {
@@ -189,13 +184,16 @@ bool AreOwnFieldsEqual(const FieldTable& table, const Tavik::Any& a, const Tavik
             continue;
         }
         if (form == WordForm::String) {
-            if (!AreEqualTexts(WordForm::String, mine + at, others + at)) {
+            if (!Pellum::AreEqual(*TextAt(mine + at), *TextAt(others + at))) {
                 return false;
             }
             GoToEndOfText(word, at);
         } else if (form == WordForm::OptionalString) {
-            const bool isMatched = partial && right == 0;
-            if (!isMatched && !AreEqualTexts(WordForm::OptionalString, mine + at, others + at)) {
+            if (left == 0 || right == 0) {
+                if (!partial || right != 0) {
+                    return false;
+                }
+            } else if (!Pellum::AreEqual(*HeldText(left), *HeldText(right))) {
                 return false;
             }
         } else if (form == WordForm::Reference) {
@@ -306,14 +304,7 @@ void* GetField(const FieldTable& table, const void* object, int index, void* out
 
 const void* GetFieldPointer(const FieldTable& table, const void* object, int index) {
     const FieldLayout field = Checked(table, index);
-    const void* const member = GetMember(object, field);
-    return WithStorage(field.form, [member](auto storage) {
-        if constexpr (std::is_same_v<decltype(storage), Tavik::ArrayStorage>) {
-            return GetArrayPointer(member);
-        } else {
-            return storage.Pointer(member);
-        }
-    });
+    return Tavik::GetPointer(field.form, GetMember(object, field));
 }
 
 void SetField(const FieldTable& table, void* object, int index, const void* in) {
