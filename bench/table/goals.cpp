@@ -13,7 +13,7 @@ constexpr const char* kPlainMembers = "plain members, copied by one table";
 constexpr const char* kNoReflection = "that table in place of reflection";
 constexpr const char* kDirectText = "text is written and read in one pass";
 constexpr const char* kLinear =
-    "linear: a square would make it 100, and caches and fresh pages explain no more";
+    "linear: a square would make it 10, and caches and fresh pages explain no more";
 
 constexpr double kMega = 1e6;
 
@@ -30,12 +30,12 @@ const Goal kGoals[] = {
     {kFieldGet, kPlain, Rule::AtMostAbove, 2, "an indirect call and an index"},
     {kColdStart, kProtobuf, Rule::AtMostTimes, 0.3, "constant tables in place of parsed descriptions"},
     {kStrippedSize, kProtobuf, Rule::AtMostTimes, 0.6, "code is written once, tables for each class"},
-    {"growth: clone", "100 events", Rule::AtMostTimes, 4, kLinear},
-    {"growth: equality", "100 events", Rule::AtMostTimes, 4, kLinear},
-    {"growth: equality, last property differs", "100 events", Rule::AtMostTimes, 4, kLinear},
-    {"growth: difference", "100 events", Rule::AtMostTimes, 4, kLinear},
-    {"growth: encode JSON", "100 events", Rule::AtMostTimes, 4, kLinear},
-    {"growth: decode JSON", "100 events", Rule::AtMostTimes, 4, kLinear},
+    {"growth: clone", "1000 events", Rule::AtMostTimes, 3, kLinear},
+    {"growth: equality", "1000 events", Rule::AtMostTimes, 3, kLinear},
+    {"growth: equality, last property differs", "1000 events", Rule::AtMostTimes, 3, kLinear},
+    {"growth: difference", "1000 events", Rule::AtMostTimes, 3, kLinear},
+    {"growth: encode JSON", "1000 events", Rule::AtMostTimes, 3, kLinear},
+    {"growth: decode JSON", "1000 events", Rule::AtMostTimes, 3, kLinear},
 };
 
 std::string Format(const char* format, double number) {

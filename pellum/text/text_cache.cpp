@@ -1,6 +1,5 @@
 #include "pellum/text/text_cache.h"
 
-#include <memory>
 #include <new>
 #include <utility>
 #include <vector>
@@ -55,8 +54,7 @@ void CopyLongText(std::string& to, const std::string& from) {
     if (index < kLists && to.capacity() < from.size()) {
         if (kept.lists != nullptr && !kept.lists[index].empty()) {
             Texts& texts = kept.lists[index];
-            std::destroy_at(&to); // and made anew, which is half the work of an assignment
-            std::construct_at(&to, std::move(texts.back()));
+            TakeText(to, std::move(texts.back()));
             texts.pop_back();
         } else {
             to.reserve(index * kTextStep - 1);

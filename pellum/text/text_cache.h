@@ -3,7 +3,9 @@
 #include "pellum/export.h"
 
 #include <cstddef>
+#include <memory>
 #include <string>
+#include <utility>
 
 /// Storage for the texts of values. Each thread keeps the storage of some of the long texts that it throws
 /// away, and copies others into it, which saves the larger part of a copy.
@@ -30,6 +32,13 @@ inline void CopyText(std::string& to, const std::string& from) {
     } else {
         CopyLongText(to, from);
     }
+}
+
+/// Moves `from` into another text. The old storage of `to` is freed, and not handed to `from` as in an
+/// assignment, which is half the work.
+inline void TakeText(std::string& to, std::string&& from) noexcept {
+    std::destroy_at(&to);
+    std::construct_at(&to, std::move(from));
 }
 
 /// Keeps the storage of texts that are about to be destroyed, where there is room for it. They may hold

@@ -6,9 +6,10 @@
 namespace Tavik {
 
 /// The form in which an object holds a property. Forms, not types: a boolean is held as a byte is, an
-/// enumeration value as a number.
+/// enumeration value as a number. The order counts: few comparisons tell what the address of a value is.
 enum class FieldForm : std::uint8_t {
     Unknown, ///< only the functions of the type's record know
+    // Plain members, which always have a value.
     Byte,
     Int,
     Long,
@@ -23,13 +24,14 @@ enum class FieldForm : std::uint8_t {
     OptionalInt,
     OptionalLong,
     OptionalFloat,
-    OptionalString,
     OptionalDateTime,
     OptionalBinary,
     OptionalTypeNameText,
     OptionalPropertyPathText,
+    Array, ///< a counted reference to an array
+    // Pointers to the value.
+    OptionalString,
     Object, ///< a counted reference to anything but an array
-    Array,  ///< a counted reference to an array
 };
 
 /// Where and in what form objects of a class hold a property.

@@ -4,6 +4,7 @@
 #include "pellum/object/ref.h"
 #include "pellum/system/date_time.h"
 #include "pellum/text/equal.h"
+#include "pellum/text/text_cache.h"
 #include "tavik/descriptor/field_layout.h"
 #include "tavik/value/array_base.h"
 #include "tavik/value/clone.h"
@@ -70,7 +71,7 @@ struct InlineStorage {
     static void Get(const void* member, void* out) {
         if constexpr (std::is_same_v<T, std::string>) {
             if (As(out).capacity() < As(member).size()) {
-                As(out) = std::string(As(member)); // takes less than to make room
+                Pellum::TakeText(As(out), std::string(As(member))); // less work than to make room
                 return;
             }
         }
@@ -252,10 +253,10 @@ decltype(auto) WithStorage(FieldForm form, Function function) {
 /// `Pointer` of whatever form but `Unknown`. A few comparisons are less work than a jump through a table.
 inline const void* GetPointer(FieldForm form, const void* member) {
     if (form <= FieldForm::PropertyPathText) [[likely]] {
-        return member; // there always is a value
+        return member;
     }
-    if (form == FieldForm::OptionalString || form == FieldForm::Object) {
-        return LoadRef(member); // the one or the other is held by a pointer
+    if (form >= FieldForm::OptionalString) {
+        return LoadRef(member); // or a text: one pointer, too
     }
     if (form == FieldForm::OptionalInt) {
         return OptionalTrivialStorage<std::int32_t>::Pointer(member);
