@@ -74,9 +74,7 @@ void AddAccessors(const AccessFixture& fixture) {
     });
     add(kFieldGet, kString, [location = fixture.location.Get()]() mutable {
         benchmark::DoNotOptimize(location);
-        std::string out;
-        out = location->GetHostname();
-        return out;
+        return location->GetHostname();
     });
     add(kFieldGet, kOptionalInt, [location = fixture.location.Get()]() mutable {
         benchmark::DoNotOptimize(location);

@@ -34,6 +34,12 @@ function(morvane_set_options target)
     endif()
 endfunction()
 
+# morvane_call_directly(<target>): the functions of other libraries, which are found when this one is loaded, and called
+# without a stub that would look for them at the first call.
+function(morvane_call_directly target)
+    target_compile_options(${target} PRIVATE -fno-plt)
+endfunction()
+
 # morvane_compile_alone(<files>...): sources of this folder that no unity build puts together with others. On Windows the
 # system's headers make macros of common words, so what reads them stands alone.
 function(morvane_compile_alone)
@@ -84,9 +90,9 @@ function(morvane_add_library name)
         target_compile_definitions(${name} PUBLIC ${upperName}_STATIC)
     elseif(NOT WIN32)
         # What a library has registered with the runtime stays in use until the process ends. Its own functions are
-        # bound when it is linked; those of others are called without a jump through a table, and bound when it is loaded.
+        # bound when it is linked.
         target_link_options(${name} PRIVATE -Wl,-z,nodelete -Wl,-Bsymbolic-functions)
-        target_compile_options(${name} PRIVATE -fno-plt)
+        morvane_call_directly(${name})
     endif()
 
     install(TARGETS ${name} EXPORT morvaneTypesTargets

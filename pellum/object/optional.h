@@ -206,7 +206,15 @@ public:
         }
     }
 
-    void SetValue(const char* value) { SetValue(std::string(value)); }
+    void SetValue(std::string_view value) {
+        if (IsSet()) {
+            *m_value = value;
+        } else {
+            m_value = Make(value);
+        }
+    }
+
+    void SetValue(const char* value) { SetValue(std::string_view(value)); }
 
     /// Clears the pointer, then frees the string.
     void Unset() noexcept { m_value.reset(); }
@@ -236,7 +244,8 @@ private:
         return Pointer(::new (block) std::string);
     }
 
-    static Pointer Make(const std::string& value) {
+    template <class Text>
+    static Pointer Make(const Text& value) {
         Pointer made = MakeEmpty();
         CopyText(*made, value);
         return made;

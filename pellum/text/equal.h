@@ -9,7 +9,7 @@ namespace Pellum {
 
 /// Whether two texts are the same bytes. For texts that are mostly short, such as names: no call for those.
 [[gnu::always_inline]] inline bool AreEqual(std::string_view a, std::string_view b) {
-    constexpr std::size_t kStep = 2 * sizeof(std::uint64_t); // what one register takes
+    constexpr std::size_t kStep = 2 * sizeof(std::uint64_t);
     const std::size_t size = a.size();
     if (size != b.size()) {
         return false;
@@ -23,7 +23,8 @@ namespace Pellum {
         std::memcpy(&right, b.data() + at, sizeof(Word));
         return left ^ right;
     };
-    // Words at the end that overlap those at the begin cover what is no multiple of their length.
+    // Without a branch for each word. Words at the end that overlap those at the begin cover what is no
+    // multiple of their length.
     if (size >= kStep) {
         std::uint64_t evenWords = 0;
         std::uint64_t oddWords = 0;

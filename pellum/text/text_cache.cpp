@@ -47,19 +47,30 @@ struct TextCloser {
     return kept.lists != nullptr;
 }
 
+/// Gives `to` storage that has been kept, or is of a size that can be kept, where it has no room.
+inline void MakeRoom(std::string& to, std::size_t size) {
+    const std::size_t index = size / kTextStep + 1;
+    if (index >= kLists || to.capacity() >= size) {
+        return;
+    }
+    if (kept.lists != nullptr && !kept.lists[index].empty()) {
+        Texts& texts = kept.lists[index];
+        ReplaceText(to, std::move(texts.back()));
+        texts.pop_back();
+    } else {
+        to.reserve(index * kTextStep - 1);
+    }
+}
+
 } // namespace
 
 void CopyLongText(std::string& to, const std::string& from) {
-    const std::size_t index = from.size() / kTextStep + 1;
-    if (index < kLists && to.capacity() < from.size()) {
-        if (kept.lists != nullptr && !kept.lists[index].empty()) {
-            Texts& texts = kept.lists[index];
-            TakeText(to, std::move(texts.back()));
-            texts.pop_back();
-        } else {
-            to.reserve(index * kTextStep - 1);
-        }
-    }
+    MakeRoom(to, from.size());
+    to = from;
+}
+
+void CopyLongText(std::string& to, std::string_view from) {
+    MakeRoom(to, from.size());
     to = from;
 }
 
@@ -86,6 +97,10 @@ void ReleaseCachedTexts() noexcept {
 #else
 
 void CopyLongText(std::string& to, const std::string& from) {
+    to = from;
+}
+
+void CopyLongText(std::string& to, std::string_view from) {
     to = from;
 }
 

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 
 /// Storage for the texts of values. Each thread keeps the storage of some of the long texts that it throws
@@ -21,12 +22,14 @@ inline constexpr std::size_t kShortText = 15;
 
 /// `CopyText` of a text longer than `kShortText`.
 PELLUM_API void CopyLongText(std::string& to, const std::string& from);
+PELLUM_API void CopyLongText(std::string& to, std::string_view from);
 /// `RecycleTexts` of one text that has storage of its own.
 PELLUM_API void KeepText(std::string& text) noexcept;
 
-/// Assigns `from` to `to`, into storage that the thread has kept where `to` has no room. Throws
-/// `std::bad_alloc`; `to` is as it was then, but perhaps with more room.
-inline void CopyText(std::string& to, const std::string& from) {
+/// Assigns `from`, a string or a view of another text, to `to`, into storage that the thread has kept where
+/// `to` has no room. Throws `std::bad_alloc`; `to` is as it was then, but perhaps with more room.
+template <class Text>
+void CopyText(std::string& to, const Text& from) {
     if (from.size() <= kShortText) {
         to = from;
     } else {
@@ -34,9 +37,9 @@ inline void CopyText(std::string& to, const std::string& from) {
     }
 }
 
-/// Moves `from` into another text. The old storage of `to` is freed, and not handed to `from` as in an
-/// assignment, which is half the work.
-inline void TakeText(std::string& to, std::string&& from) noexcept {
+/// Moves `from` into `to`, which is another text. The old storage of `to` is freed, and not handed to `from`
+/// as in an assignment, which is half the work.
+inline void ReplaceText(std::string& to, std::string&& from) noexcept {
     std::destroy_at(&to);
     std::construct_at(&to, std::move(from));
 }

@@ -19,6 +19,7 @@ enum class FieldForm : std::uint8_t {
     Binary,
     TypeNameText,
     PropertyPathText,
+    // Those that tell in their own way whether they have one.
     OptionalBoolean,
     OptionalByte,
     OptionalInt,

@@ -11,6 +11,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace Tavik {
 
@@ -89,21 +90,20 @@ public:
     /// Copies the value to `*out`, which is of the property's plain type, and returns `out`.
     void* Get(const Any* object, void* out) const;
 
-    /// The same for a property of plain text, or an int, inline where its place is known.
+    /// The same for a property of plain text, and of a number, inline where its place is known.
     void* Get(const Any* object, std::string* out) const {
-        if (m_layout.form != FieldForm::String) {
-            return Get(object, static_cast<void*>(out));
-        }
-        InlineStorage<std::string>::Get(GetMember(object, m_layout), out);
-        return out;
+        return m_layout.form == FieldForm::String ? GetInline<InlineStorage<std::string>>(object, out)
+                                                  : Get(object, static_cast<void*>(out));
     }
 
-    void* Get(const Any* object, std::int32_t* out) const {
-        if (m_layout.form != FieldForm::Int && m_layout.form != FieldForm::OptionalInt) {
-            return Get(object, static_cast<void*>(out));
-        }
-        TrivialStorage<std::int32_t>::Get(GetMember(object, m_layout), out);
-        return out;
+    template <class T>
+
+    requires(std::is_arithmetic_v<T> && !std::is_same_v<T, bool> && requires { FieldFormOf<T>::kForm; })
+
+        void* Get(const Any* object, T* out) const {
+        const bool isInline = m_layout.form == FieldFormOf<T>::kForm
+                           || m_layout.form == FieldFormOf<Pellum::Optional<T>>::kForm;
+        return isInline ? GetInline<TrivialStorage<T>>(object, out) : Get(object, static_cast<void*>(out));
     }
 
     void Set(Any* object, const void* in) const;
@@ -111,6 +111,12 @@ public:
 
 private:
     friend class DataObjectType;
+
+    template <class Storage>
+    void* GetInline(const Any* object, void* out) const {
+        Storage::Get(GetMember(object, m_layout), out);
+        return out;
+    }
 
     bool IsPartOf(const Version& version) const;
     bool IsSetByRecord(const Any* object) const;

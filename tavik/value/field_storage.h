@@ -32,6 +32,15 @@
 ///     Equal    whether both are unset or equal; references have none, as the runtime compares them
 namespace Tavik {
 
+/// Copies a text to one that is most often new, for which there is less to do than to make room in it.
+inline void CopyOut(std::string& out, const std::string& text) {
+    if (out.capacity() <= Pellum::kShortText && text.size() > Pellum::kShortText) {
+        Pellum::ReplaceText(out, std::string(text));
+    } else {
+        out = text;
+    }
+}
+
 /// Numbers, booleans and enumeration values, which may hold anything before they are set: moved as bytes.
 template <class T>
 struct TrivialStorage {
@@ -70,12 +79,10 @@ struct InlineStorage {
 
     static void Get(const void* member, void* out) {
         if constexpr (std::is_same_v<T, std::string>) {
-            if (As(out).capacity() < As(member).size()) {
-                Pellum::TakeText(As(out), std::string(As(member))); // less work than to make room
-                return;
-            }
+            CopyOut(As(out), As(member));
+        } else {
+            As(out) = As(member);
         }
-        As(out) = As(member);
     }
 
     static const void* Pointer(const void* member) { return member; }
@@ -111,7 +118,7 @@ struct OptionalStorage {
         if constexpr (std::is_same_v<T, bool>) {
             *static_cast<bool*>(out) = As(member).ValueOr(false);
         } else if constexpr (std::is_same_v<T, std::string>) {
-            *static_cast<std::string*>(out) = *As(member).Peek();
+            CopyOut(*static_cast<std::string*>(out), *As(member).Peek());
         } else {
             *static_cast<T*>(out) = *static_cast<const T*>(member);
         }
@@ -245,18 +252,22 @@ decltype(auto) WithStorage(FieldForm form, Function function) {
     return function(ObjectStorage());
 }
 
-/// Those forms which are few in a value, or take a call.
+/// `Pointer` of a form whatever.
 [[gnu::noinline]] inline const void* GetSeldomPointer(FieldForm form, const void* member) {
     return WithStorage(form, [member](auto storage) -> const void* { return storage.Pointer(member); });
 }
 
-/// `Pointer` of whatever form but `Unknown`. A few comparisons are less work than a jump through a table.
+/// The same. For the usual forms a few comparisons are less work than a jump through a table.
 inline const void* GetPointer(FieldForm form, const void* member) {
-    if (form <= FieldForm::PropertyPathText) [[likely]] {
+    static_assert(FieldForm::Byte < FieldForm::PropertyPathText);
+    static_assert(FieldForm::PropertyPathText < FieldForm::OptionalBoolean);
+    static_assert(FieldForm::Array < FieldForm::OptionalString);
+    static_assert(FieldForm::OptionalString < FieldForm::Object);
+    if (form <= FieldForm::PropertyPathText) {
         return member;
     }
     if (form >= FieldForm::OptionalString) {
-        return LoadRef(member); // or a text: one pointer, too
+        return LoadRef(member); // a text is held by one pointer, too
     }
     if (form == FieldForm::OptionalInt) {
         return OptionalTrivialStorage<std::int32_t>::Pointer(member);

@@ -96,6 +96,9 @@ TEST(CatalogueFields, GetGivesWhatIsSet) {
             T value{};
             EXPECT_EQ(property.Get(subject.object.Get(), &value), &value);
             EXPECT_TRUE(value == *static_cast<const T*>(field));
+            T untyped{};
+            property.Get(subject.object.Get(), static_cast<void*>(&untyped));
+            EXPECT_TRUE(value == untyped);
             property.Set(copy.Get(), &value);
             auto* const held = static_cast<T*>(const_cast<void*>(property.GetFieldPointer(copy.Get())));
             EXPECT_TRUE(value == *held);

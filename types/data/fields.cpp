@@ -83,8 +83,8 @@ void GoToEndOfText(const FieldWord*& word, std::size_t& at) {
     at += (kStringWords - 1) * kWordSize;
 }
 
-/// Whether two texts are equal, of which `form` says how they are held. Inline, or GCC calls it for each.
-inline bool AreEqualTexts(WordForm form, const char* mine, const char* others) {
+/// Whether two texts are equal, of which `form` says how they are held.
+bool AreEqualTexts(WordForm form, const char* mine, const char* others) {
     if (form == WordForm::String) {
         return Pellum::AreEqual(*TextAt(mine), *TextAt(others));
     }
@@ -189,7 +189,7 @@ bool AreOwnFieldsEqual(const FieldTable& table, const Tavik::Any& a, const Tavik
             }
             GoToEndOfText(word, at);
         } else if (form == WordForm::OptionalString) {
-            if (left == 0 || right == 0) {
+            if (left == 0 || right == 0) { // not both, as the words differ
                 if (!partial || right != 0) {
                     return false;
                 }

@@ -1,6 +1,7 @@
 #include "tavik/codec/json/property_access.h"
 
 #include "pellum/text/equal.h"
+#include "pellum/text/text_cache.h"
 
 #include <algorithm>
 #include <string>
@@ -30,9 +31,9 @@ void SetString(const Property& property, Any& object, std::string_view value) {
     const FieldLayout layout = property.GetLayout();
     void* const member = GetMember(&object, layout);
     if (layout.form == FieldForm::String) {
-        InlineStorage<std::string>::As(member) = value;
+        Pellum::CopyText(InlineStorage<std::string>::As(member), value);
     } else if (layout.form == FieldForm::OptionalString) {
-        OptionalStorage<std::string>::As(member).SetValue(std::string(value));
+        OptionalStorage<std::string>::As(member).SetValue(value);
     } else {
         const std::string text(value);
         property.Set(&object, &text);
