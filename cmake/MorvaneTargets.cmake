@@ -35,9 +35,11 @@ function(morvane_set_options target)
 endfunction()
 
 # morvane_call_directly(<target>): the functions of other libraries, which are found when this one is loaded, and called
-# without a stub that would look for them at the first call.
+# without a stub that would look for them at the first call. With 32 bits that would take a register for each call.
 function(morvane_call_directly target)
-    target_compile_options(${target} PRIVATE -fno-plt)
+    if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+        target_compile_options(${target} PRIVATE -fno-plt)
+    endif()
 endfunction()
 
 # morvane_compile_alone(<files>...): sources of this folder that no unity build puts together with others. On Windows the
