@@ -206,7 +206,10 @@ public:
         }
     }
 
-    void SetValue(std::string_view value) {
+    /// Takes a `std::string_view` and nothing that merely converts to one, which may as well convert to a
+    /// string.
+    template <std::same_as<std::string_view> View>
+    void SetValue(View value) {
         if (IsSet()) {
             *m_value = value;
         } else {
@@ -214,7 +217,7 @@ public:
         }
     }
 
-    void SetValue(const char* value) { SetValue(std::string_view(value)); }
+    void SetValue(const char* value) { SetValue(std::string(value)); }
 
     /// Clears the pointer, then frees the string.
     void Unset() noexcept { m_value.reset(); }

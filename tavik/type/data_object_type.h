@@ -87,7 +87,8 @@ public:
         return static_cast<const Any*>(GetFieldPointer(object));
     }
 
-    /// Copies the value to `*out`, which is of the property's plain type, and returns `out`.
+    /// Copies the value to `*out`, which is of the property's plain type, and returns `out`. A text has to be
+    /// set.
     void* Get(const Any* object, void* out) const;
 
     /// The same for a property of plain text, and of a number, inline where its place is known.

@@ -5,7 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <stdexcept>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 
@@ -155,9 +157,32 @@ TEST(OptionalLayoutTest, StringIsOnePointerThatIsNullWhenUnset) {
 
     optional.SetValue(*optional.Peek());
     EXPECT_EQ(optional, "another text");
+    optional.SetValue(std::string_view(*held).substr(8));
+    EXPECT_EQ(optional, "text") << "a view of the string already held";
 
     optional.Unset();
     EXPECT_EQ(Bytes(optional), std::string(sizeof(void*), '\0'));
+}
+
+TEST(OptionalLayoutTest, StringTakesTextsInAllForms) {
+    struct Name { // is a string as well as a view of one
+        std::string text = "a name";
+
+        operator const std::string&() const { return text; }
+
+        operator std::string_view() const { return text; }
+    };
+
+    Optional<std::string> optional;
+    optional.SetValue(Name());
+    EXPECT_EQ(optional, "a name");
+    const char text[] = "a text and more";
+    optional.SetValue({text, 6});
+    EXPECT_EQ(optional, "a text");
+    optional.Unset();
+    optional.SetValue(std::string_view(text));
+    EXPECT_EQ(optional, "a text and more");
+    EXPECT_THROW(optional.SetValue(static_cast<const char*>(nullptr)), std::logic_error);
 }
 
 static_assert(std::is_convertible_v<const char*, Optional<std::string>>);
