@@ -19,6 +19,12 @@ class DataObjectType;
 class OpenContent;
 class TypeRegistry;
 
+/// The types of numbers that properties are held in.
+template <class T>
+concept HeldNumber = std::is_arithmetic_v<T> && !std::is_same_v<T, bool> && requires {
+    FieldFormOf<T>::kForm;
+};
+
 /// One property of a data object type, with the functions that reach it in an object.
 class TAVIK_API Property {
 public:
@@ -97,11 +103,8 @@ public:
                                                   : Get(object, static_cast<void*>(out));
     }
 
-    template <class T>
-
-    requires(std::is_arithmetic_v<T> && !std::is_same_v<T, bool> && requires { FieldFormOf<T>::kForm; })
-
-        void* Get(const Any* object, T* out) const {
+    template <HeldNumber T>
+    void* Get(const Any* object, T* out) const {
         const bool isInline = m_layout.form == FieldFormOf<T>::kForm
                            || m_layout.form == FieldFormOf<Pellum::Optional<T>>::kForm;
         return isInline ? GetInline<TrivialStorage<T>>(object, out) : Get(object, static_cast<void*>(out));

@@ -252,7 +252,7 @@ decltype(auto) WithStorage(FieldForm form, Function function) {
     return function(ObjectStorage());
 }
 
-/// `Pointer` of a form whatever.
+/// `Pointer` of whatever form but `Unknown`.
 [[gnu::noinline]] inline const void* GetSeldomPointer(FieldForm form, const void* member) {
     return WithStorage(form, [member](auto storage) -> const void* { return storage.Pointer(member); });
 }
